@@ -1,0 +1,15 @@
+# The two libraries that ship beside the plug-in as DLLs of their own.
+file(GLOB READCONFIG_SOURCES CONFIGURE_DEPENDS ${VORNADEL_ROOT}/libs/readconfig/*.cpp)
+add_library(readconfig SHARED ${READCONFIG_SOURCES})
+vornadel_cxx98(readconfig)
+target_compile_definitions(readconfig PRIVATE READCONFIG_BUILD)
+target_include_directories(readconfig PUBLIC ${VORNADEL_ROOT}/src/platform)
+
+file(GLOB BODYINFO_SOURCES CONFIGURE_DEPENDS ${VORNADEL_ROOT}/libs/bodyinfo/*.cpp)
+add_library(bodyinfo SHARED ${BODYINFO_SOURCES})
+vornadel_cxx98(bodyinfo)
+target_compile_definitions(bodyinfo PRIVATE BODYINFO_BUILD)
+target_include_directories(bodyinfo PUBLIC ${VORNADEL_ROOT}/src/platform ${VORNADEL_NX_INCLUDE})
+if(NOT VORNADEL_NX_SDK)
+  target_link_libraries(bodyinfo PUBLIC nxhost)
+endif()

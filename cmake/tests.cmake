@@ -1,0 +1,17 @@
+# Tests: one GoogleTest executable per folder of tests/, each registered with CTest.
+# vornadel_test(name folder libraries...) builds every tests/<folder>/*.cpp into one executable.
+function(vornadel_test name folder)
+  file(GLOB sources CONFIGURE_DEPENDS ${VORNADEL_ROOT}/tests/${folder}/*.cpp)
+  add_executable(${name} ${sources})
+  vornadel_cxx17(${name})
+  target_include_directories(${name} PRIVATE ${VORNADEL_ROOT}/tests ${VORNADEL_ROOT}/host/src)
+  target_link_libraries(${name} PRIVATE ${ARGN} GTest::gtest GTest::gtest_main)
+  add_test(NAME ${name} COMMAND ${name} WORKING_DIRECTORY ${VORNADEL_ROOT})
+  set_tests_properties(${name} PROPERTIES ENVIRONMENT "VORNADEL_SOURCE_DIR=${VORNADEL_ROOT};VORNADEL_BINARY_DIR=${CMAKE_BINARY_DIR}")
+endfunction()
+
+# Each area keeps its test targets in cmake/tests-<area>.cmake.
+file(GLOB VORNADEL_TEST_FRAGMENTS CONFIGURE_DEPENDS ${VORNADEL_ROOT}/cmake/tests-*.cmake)
+foreach(fragment ${VORNADEL_TEST_FRAGMENTS})
+  include(${fragment})
+endforeach()
