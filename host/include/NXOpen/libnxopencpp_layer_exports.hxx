@@ -1,0 +1,8 @@
+#ifndef LIBNXOPENCPP_LAYER_EXPORTS_HXX_INCLUDED
+#define LIBNXOPENCPP_LAYER_EXPORTS_HXX_INCLUDED
+#if defined(_WIN32) && !defined(WNT_STATIC_LINK)
+#define NXOPENCPP_LAYEREXPORT __declspec(dllimport)
+#else
+#define NXOPENCPP_LAYEREXPORT
+#endif
+#endif

@@ -1,0 +1,8 @@
+#ifndef LIBNXOPENUICPP_EXPORTS_HXX_INCLUDED
+#define LIBNXOPENUICPP_EXPORTS_HXX_INCLUDED
+#if defined(_WIN32) && !defined(WNT_STATIC_LINK)
+#define NXOPENUICPPEXPORT __declspec(dllimport)
+#else
+#define NXOPENUICPPEXPORT
+#endif
+#endif
