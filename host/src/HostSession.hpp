@@ -1,0 +1,41 @@
+// What the two halves of the host share internally: the session core (parts, bodies, attributes,
+// user-function calls, part files, clock) and the user interface (dialogs, blocks, tree, message
+// boxes, selection, windows). Tests and the runner use Driver.hpp instead.
+#pragma once
+
+#include <optional>
+#include <string>
+
+#include <NXOpen/TaggedObject.hxx>
+
+namespace host {
+
+// Every tagged object of the session, by tag (UF calls address objects by tag).
+class Tags {
+public:
+    // Registers obj under a given tag (bodies keep the tags of their part file). A tag that is
+    // already in use is an error (std::logic_error).
+    static void Assign(NXOpen::TaggedObject* obj, tag_t tag);
+    // Registers obj under a new tag that no object uses.
+    static tag_t AssignNew(NXOpen::TaggedObject* obj);
+    // Forgets obj (called when it is destroyed).
+    static void Release(NXOpen::TaggedObject* obj);
+    // The object with this tag, or NULL.
+    static NXOpen::TaggedObject* Find(tag_t tag);
+};
+
+// The NX environment's value of name (GBK), or nothing when it is not defined.
+std::optional<std::string> EnvironmentValue(const std::string& name);
+
+// The user-interface half's part of ResetSession: closes and forgets dialogs, messages,
+// selection answers and requests, windows, the dialog script. Called by ResetSession.
+void ResetUserInterface();
+
+// GBK <-> UTF-8 for the host's edges. Undecodable input becomes U+FFFD (UTF-8) or "?" (GBK);
+// the Strict versions throw std::runtime_error instead (part files: text not representable in
+// GBK is an error).
+std::string GbkToUtf8(const std::string& gbk);
+std::string Utf8ToGbk(const std::string& utf8);
+std::string Utf8ToGbkStrict(const std::string& utf8);
+
+}  // namespace host
