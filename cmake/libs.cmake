@@ -1,9 +1,30 @@
+# The operating-system part of the platform layer (paths and files, environment, code pages):
+# a static library linked into the plug-in and into readconfig, so that the table reader opens
+# a table through the same path mapping as the plug-in without depending on the plug-in. Each
+# binary keeps its copy to itself (hidden symbols), as a static library inside a DLL does.
+if(WIN32)
+  set(PLATFORM_OS_SOURCES
+    ${VORNADEL_ROOT}/src/platform/win32/CodePage.cpp
+    ${VORNADEL_ROOT}/src/platform/win32/Environment.cpp
+    ${VORNADEL_ROOT}/src/platform/win32/Files.cpp)
+else()
+  file(GLOB PLATFORM_OS_SOURCES CONFIGURE_DEPENDS ${VORNADEL_ROOT}/src/platform/posix/*.cpp)
+endif()
+add_library(vornadel_platform STATIC ${PLATFORM_OS_SOURCES})
+vornadel_cxx98(vornadel_platform)
+set_target_properties(vornadel_platform PROPERTIES CXX_VISIBILITY_PRESET hidden VISIBILITY_INLINES_HIDDEN ON)
+target_include_directories(vornadel_platform PUBLIC ${VORNADEL_ROOT}/src)
+if(WIN32)
+  target_link_libraries(vornadel_platform PUBLIC shell32)
+endif()
+
 # The two libraries that ship beside the plug-in as DLLs of their own.
 file(GLOB READCONFIG_SOURCES CONFIGURE_DEPENDS ${VORNADEL_ROOT}/libs/readconfig/*.cpp)
 add_library(readconfig SHARED ${READCONFIG_SOURCES})
 vornadel_cxx98(readconfig)
 target_compile_definitions(readconfig PRIVATE READCONFIG_BUILD)
 target_include_directories(readconfig PUBLIC ${VORNADEL_ROOT}/src/platform)
+target_link_libraries(readconfig PRIVATE vornadel_platform)
 
 file(GLOB BODYINFO_SOURCES CONFIGURE_DEPENDS ${VORNADEL_ROOT}/libs/bodyinfo/*.cpp)
 add_library(bodyinfo SHARED ${BODYINFO_SOURCES})

@@ -1,0 +1,2 @@
+# The operating-system part of the platform layer and the table reader.
+vornadel_test(platform_tests platform vornadel_platform)
