@@ -32,9 +32,12 @@ bool CopyOneFile(const std::string& from, const std::string& to, bool failIfExis
 // Reads the whole file as bytes (no line-end translation). False when it cannot be opened.
 bool ReadWholeFile(const std::string& path, std::string& bytes);
 
-// Writes text as a text file: every "\n" becomes "\r\n" (CRLF everywhere). The text goes to a
-// temporary file beside path, which then replaces path; if any step fails, path stays as it was
-// and false is returned.
+// Writes bytes as the new content of path: they go to a temporary file beside path, which then
+// replaces path; if any step fails, path stays as it was and false is returned.
+bool ReplaceFileBytes(const std::string& path, const std::string& bytes);
+
+// Writes text as a text file: every "\n" becomes "\r\n" (CRLF everywhere), then as
+// ReplaceFileBytes.
 bool ReplaceTextFile(const std::string& path, const std::string& text);
 
 }  // namespace platform
