@@ -2,13 +2,16 @@
 # a static library linked into the plug-in and into readconfig, so that the table reader opens
 # a table through the same path mapping as the plug-in without depending on the plug-in. Each
 # binary keeps its copy to itself (hidden symbols), as a static library inside a DLL does.
+# crt/ holds what the C runtime does alike everywhere.
+file(GLOB PLATFORM_OS_SOURCES CONFIGURE_DEPENDS ${VORNADEL_ROOT}/src/platform/crt/*.cpp)
 if(WIN32)
-  set(PLATFORM_OS_SOURCES
+  list(APPEND PLATFORM_OS_SOURCES
     ${VORNADEL_ROOT}/src/platform/win32/CodePage.cpp
     ${VORNADEL_ROOT}/src/platform/win32/Environment.cpp
     ${VORNADEL_ROOT}/src/platform/win32/Files.cpp)
 else()
-  file(GLOB PLATFORM_OS_SOURCES CONFIGURE_DEPENDS ${VORNADEL_ROOT}/src/platform/posix/*.cpp)
+  file(GLOB PLATFORM_POSIX_SOURCES CONFIGURE_DEPENDS ${VORNADEL_ROOT}/src/platform/posix/*.cpp)
+  list(APPEND PLATFORM_OS_SOURCES ${PLATFORM_POSIX_SOURCES})
 endif()
 add_library(vornadel_platform STATIC ${PLATFORM_OS_SOURCES})
 vornadel_cxx98(vornadel_platform)

@@ -193,23 +193,6 @@ bool CopyOneFile(const std::string& from, const std::string& to, bool failIfExis
     return ok;
 }
 
-bool ReadWholeFile(const std::string& path, std::string& bytes) {
-    bytes.clear();
-    FILE* file = fopen(OsPath(path).c_str(), "rb");
-    if (file == NULL) return false;
-    std::string content;
-    std::vector<char> buffer(65536);
-    size_t got;
-    while ((got = fread(&buffer[0], 1, buffer.size(), file)) > 0) {
-        content.append(&buffer[0], got);
-    }
-    // A folder opens here but cannot be read; on Windows it does not even open.
-    const bool ok = ferror(file) == 0;
-    fclose(file);
-    if (ok) bytes.swap(content);
-    return ok;
-}
-
 bool ReplaceTextFile(const std::string& path, const std::string& text) {
     const std::string target = OsPath(path);
     if (target.empty()) return false;

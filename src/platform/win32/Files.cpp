@@ -51,22 +51,6 @@ bool CopyOneFile(const std::string& from, const std::string& to, bool failIfExis
     return CopyFileA(from.c_str(), to.c_str(), failIfExists ? TRUE : FALSE) != FALSE;
 }
 
-bool ReadWholeFile(const std::string& path, std::string& bytes) {
-    bytes.clear();
-    FILE* file = fopen(path.c_str(), "rb");
-    if (file == NULL) return false;
-    std::string content;
-    std::vector<char> buffer(65536);
-    size_t got;
-    while ((got = fread(&buffer[0], 1, buffer.size(), file)) > 0) {
-        content.append(&buffer[0], got);
-    }
-    const bool ok = ferror(file) == 0;
-    fclose(file);
-    if (ok) bytes.swap(content);
-    return ok;
-}
-
 bool ReplaceTextFile(const std::string& path, const std::string& text) {
     // The new text goes to a fresh file in the same folder, so that MoveFileExA is a rename on
     // one volume and the table is never seen half written.
