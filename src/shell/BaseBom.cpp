@@ -1,0 +1,12 @@
+#include "shell/BaseBom.h"
+
+#include <NXOpen/PartCollection.hxx>
+#include <NXOpen/Session.hxx>
+
+BaseBom::BaseBom() : workPart(NXOpen::Session::GetSession()->Parts()->Work())
+{
+}
+
+BaseBom::~BaseBom()
+{
+}
