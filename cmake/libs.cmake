@@ -2,8 +2,8 @@
 # a static library linked into the plug-in and into readconfig, so that the table reader opens
 # a table through the same path mapping as the plug-in without depending on the plug-in. Each
 # binary keeps its copy to itself (hidden symbols), as a static library inside a DLL does.
-# crt/ holds what the C runtime does alike everywhere.
-file(GLOB PLATFORM_OS_SOURCES CONFIGURE_DEPENDS ${VORNADEL_ROOT}/src/platform/crt/*.cpp)
+# common/ holds what is the same on every system.
+file(GLOB PLATFORM_OS_SOURCES CONFIGURE_DEPENDS ${VORNADEL_ROOT}/src/platform/common/*.cpp)
 if(WIN32)
   list(APPEND PLATFORM_OS_SOURCES
     ${VORNADEL_ROOT}/src/platform/win32/CodePage.cpp

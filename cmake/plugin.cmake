@@ -3,7 +3,7 @@
 # The parts of the platform that the desktop session offers (clock, opening files, dialog
 # windows) are Win32 inside NX; inside the host they come from the host.
 file(GLOB_RECURSE VORNADEL_SOURCES CONFIGURE_DEPENDS ${VORNADEL_ROOT}/src/*.cpp)
-list(FILTER VORNADEL_SOURCES EXCLUDE REGEX "/src/platform/(crt|posix|win32)/")
+list(FILTER VORNADEL_SOURCES EXCLUDE REGEX "/src/platform/(common|posix|win32)/")
 if(WIN32 AND VORNADEL_NX_SDK)
   list(APPEND VORNADEL_SOURCES ${VORNADEL_ROOT}/src/platform/win32/Desktop.cpp)
 endif()

@@ -32,6 +32,7 @@ class MakeFolder : public MappedDrives {};
 class RemoveFile : public MappedDrives {};
 class CopyOneFile : public MappedDrives {};
 class ReadWholeFile : public MappedDrives {};
+class ReplaceFileBytes : public MappedDrives {};
 class ReplaceTextFile : public MappedDrives {};
 
 TEST_F(PathExists, FindsFilesAndFolders) {
@@ -170,6 +171,12 @@ TEST_F(ReadWholeFile, FolderCannotBeRead) {
     EXPECT_FALSE(platform::ReadWholeFile("C:\\folder", got));
 }
 
+TEST_F(ReplaceFileBytes, WritesBytesExactly) {
+    const std::string bytes("a\nb\r\n\0\xFF", 7);
+    EXPECT_TRUE(platform::ReplaceFileBytes("C:\\t.csv", bytes));
+    EXPECT_EQ(bytes, ReadBytes(C() / "t.csv"));
+}
+
 TEST_F(ReplaceTextFile, EveryLineFeedBecomesCrLf) {
     EXPECT_TRUE(platform::ReplaceTextFile("C:\\t.csv", "a,b,\n1,2,\n3,,\n"));
     EXPECT_EQ("a,b,\r\n1,2,\r\n3,,\r\n", ReadBytes(C() / "t.csv"));
@@ -184,17 +191,17 @@ TEST_F(ReplaceTextFile, WritesGbkBytesUnderChineseNames) {
     EXPECT_EQ("出图的路径,\r\n", back);
 }
 
-TEST_F(ReplaceTextFile, ReplacesOldContentAndLeavesNoTemporaryFile) {
+TEST_F(ReplaceFileBytes, ReplacesOldContentAndLeavesNoTemporaryFile) {
     WriteBytes(C() / "t.csv", "a much longer old content\r\n");
-    EXPECT_TRUE(platform::ReplaceTextFile("C:\\t.csv", "new\n"));
+    EXPECT_TRUE(platform::ReplaceFileBytes("C:\\t.csv", "new\r\n"));
     EXPECT_EQ("new\r\n", ReadBytes(C() / "t.csv"));
     EXPECT_EQ(std::vector<std::string>{"t.csv"}, Names(C()));
 }
 
-TEST_F(ReplaceTextFile, KeepsPermissionsOfReplacedFile) {
+TEST_F(ReplaceFileBytes, KeepsPermissionsOfReplacedFile) {
     WriteBytes(C() / "t.csv", "old");
     fs::permissions(C() / "t.csv", fs::perms::owner_read | fs::perms::owner_write | fs::perms::group_read);
-    ASSERT_TRUE(platform::ReplaceTextFile("C:\\t.csv", "new"));
+    ASSERT_TRUE(platform::ReplaceFileBytes("C:\\t.csv", "new"));
     EXPECT_EQ(fs::perms::owner_read | fs::perms::owner_write | fs::perms::group_read,
               fs::status(C() / "t.csv").permissions());
 }
@@ -219,31 +226,31 @@ TEST_F(ReplaceTextFile, FailedWriteLeavesOldFileIntact) {
     EXPECT_EQ(std::vector<std::string>{"t.csv"}, Names(C()));
 }
 
-TEST_F(ReplaceTextFile, ReadOnlyFolderLeavesOldFileIntact) {
+TEST_F(ReplaceFileBytes, ReadOnlyFolderLeavesOldFileIntact) {
     if (RunningAsRoot()) GTEST_SKIP() << "root writes into read-only folders";
     fs::create_directory(C() / "ro");
     WriteBytes(C() / "ro" / "t.csv", "old");
     fs::permissions(C() / "ro", fs::perms::owner_read | fs::perms::owner_exec);
-    EXPECT_FALSE(platform::ReplaceTextFile("C:\\ro\\t.csv", "new"));
+    EXPECT_FALSE(platform::ReplaceFileBytes("C:\\ro\\t.csv", "new"));
     fs::permissions(C() / "ro", fs::perms::owner_all);
     EXPECT_EQ("old", ReadBytes(C() / "ro" / "t.csv"));
 }
 
-TEST_F(ReplaceTextFile, FolderInTheWayFailsAndLeavesIt) {
+TEST_F(ReplaceFileBytes, FolderInTheWayFailsAndLeavesIt) {
     fs::create_directory(C() / "t.csv");
     WriteBytes(C() / "t.csv" / "inside", "x");
-    EXPECT_FALSE(platform::ReplaceTextFile("C:\\t.csv", "new"));
+    EXPECT_FALSE(platform::ReplaceFileBytes("C:\\t.csv", "new"));
     EXPECT_EQ("x", ReadBytes(C() / "t.csv" / "inside"));
     EXPECT_EQ(std::vector<std::string>{"t.csv"}, Names(C()));
 }
 
-TEST_F(ReplaceTextFile, MissingFolderFails) {
-    EXPECT_FALSE(platform::ReplaceTextFile("C:\\no\\t.csv", "new"));
+TEST_F(ReplaceFileBytes, MissingFolderFails) {
+    EXPECT_FALSE(platform::ReplaceFileBytes("C:\\no\\t.csv", "new"));
     EXPECT_FALSE(fs::exists(C() / "no"));
 }
 
-TEST_F(ReplaceTextFile, UnmappedDriveFails) {
-    EXPECT_FALSE(platform::ReplaceTextFile("E:\\t.csv", "new"));
+TEST_F(ReplaceFileBytes, UnmappedDriveFails) {
+    EXPECT_FALSE(platform::ReplaceFileBytes("E:\\t.csv", "new"));
 }
 
 TEST_F(ReplaceTextFile, EmptyTextMakesEmptyFile) {

@@ -1,4 +1,4 @@
-// The part of the file operations that the C runtime does alike on every system.
+// The file operations that are the same on every system once the path is mapped.
 
 #include "platform/Files.h"
 
@@ -23,6 +23,16 @@ bool ReadWholeFile(const std::string& path, std::string& bytes) {
     fclose(file);
     if (ok) bytes.swap(content);
     return ok;
+}
+
+bool ReplaceTextFile(const std::string& path, const std::string& text) {
+    std::string crlf;
+    crlf.reserve(text.size() + text.size() / 16);
+    for (size_t i = 0; i < text.size(); ++i) {
+        if (text[i] == '\n') crlf += '\r';
+        crlf += text[i];
+    }
+    return ReplaceFileBytes(path, crlf);
 }
 
 }  // namespace platform

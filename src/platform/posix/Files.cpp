@@ -193,17 +193,11 @@ bool CopyOneFile(const std::string& from, const std::string& to, bool failIfExis
     return ok;
 }
 
-bool ReplaceTextFile(const std::string& path, const std::string& text) {
+bool ReplaceFileBytes(const std::string& path, const std::string& bytes) {
     const std::string target = OsPath(path);
     if (target.empty()) return false;
-    std::string crlf;
-    crlf.reserve(text.size() + text.size() / 16);
-    for (size_t i = 0; i < text.size(); ++i) {
-        if (text[i] == '\n') crlf += '\r';
-        crlf += text[i];
-    }
-    // The new text goes to a fresh file in the same folder, so that the final rename cannot
-    // cross file systems and the table is never seen half written.
+    // The bytes go to a fresh file in the same folder, so that the final rename cannot cross
+    // file systems and the file is never seen half written.
     static unsigned long counter = 0;
     std::string temporary;
     int fd = -1;
@@ -217,7 +211,7 @@ bool ReplaceTextFile(const std::string& path, const std::string& text) {
     FileDescriptor out(fd);
     if (out.get() < 0) return false;
     struct stat old;
-    bool ok = WriteAll(out.get(), crlf.data(), crlf.size());
+    bool ok = WriteAll(out.get(), bytes.data(), bytes.size());
     if (ok && stat(target.c_str(), &old) == 0) fchmod(out.get(), old.st_mode & 07777);
     ok = out.Close() && ok;
     ok = ok && rename(temporary.c_str(), target.c_str()) == 0;

@@ -51,16 +51,15 @@ bool CopyOneFile(const std::string& from, const std::string& to, bool failIfExis
     return CopyFileA(from.c_str(), to.c_str(), failIfExists ? TRUE : FALSE) != FALSE;
 }
 
-bool ReplaceTextFile(const std::string& path, const std::string& text) {
-    // The new text goes to a fresh file in the same folder, so that MoveFileExA is a rename on
-    // one volume and the table is never seen half written.
+bool ReplaceFileBytes(const std::string& path, const std::string& bytes) {
+    // The bytes go to a fresh file in the same folder, so that MoveFileExA is a rename on one
+    // volume and the file is never seen half written.
     std::vector<char> temporary(MAX_PATH + 1, '\0');
     if (GetTempFileNameA(FolderOf(path).c_str(), "vdn", 0, &temporary[0]) == 0) return false;
-    // Text mode: the C runtime writes every "\n" as "\r\n".
-    FILE* file = fopen(&temporary[0], "w");
+    FILE* file = fopen(&temporary[0], "wb");
     bool ok = file != NULL;
     if (ok) {
-        ok = fwrite(text.data(), 1, text.size(), file) == text.size();
+        ok = fwrite(bytes.data(), 1, bytes.size(), file) == bytes.size();
         ok = fclose(file) == 0 && ok;
     }
     ok = ok && MoveFileExA(&temporary[0], path.c_str(), MOVEFILE_REPLACE_EXISTING) != FALSE;
