@@ -1,0 +1,312 @@
+#include "CellTable.h"
+
+#include "Records.h"
+
+#include <cstddef>
+#include <stdio.h>
+
+namespace xls {
+namespace {
+
+std::string describe(const char* what, u32 type)
+{
+    char text[96];
+    sprintf(text, "%s (record 0x%04X)", what, static_cast<unsigned>(type));
+    return text;
+}
+
+void appendCellHeader(Bytes& out, u32 type, u32 size, u32 r, u32 c, u32 xf)
+{
+    appendU16(out, type);
+    appendU16(out, size);
+    appendU16(out, r);
+    appendU16(out, c);
+    appendU16(out, xf);
+}
+
+}  // namespace
+
+CellTable::CellTable() : hasFormulas_(false) {}
+
+CellTable::~CellTable()
+{
+    for (size_t i = 0; i < rows_.size(); ++i) delete rows_[i];
+}
+
+Row& CellTable::makeRow(u32 r)
+{
+    if (r >= rows_.size()) rows_.resize(r + 1, static_cast<Row*>(NULL));
+    if (rows_[r] == NULL) rows_[r] = new Row;
+    return *rows_[r];
+}
+
+// Cells mostly arrive in ascending order, so the end of the row is tried first.
+Cell& CellTable::put(u32 r, u32 c)
+{
+    std::vector<Cell>& cells = makeRow(r).cells;
+    size_t at = cells.size();
+    if (!cells.empty() && cells.back().col >= c) {
+        size_t low = 0, high = cells.size();
+        while (low < high) {
+            size_t mid = (low + high) / 2;
+            if (cells[mid].col < c)
+                low = mid + 1;
+            else
+                high = mid;
+        }
+        at = low;
+        if (cells[at].col == c) return cells[at];
+    }
+    Cell fresh = {static_cast<u16>(c), kBlank, 0, 0};
+    cells.insert(cells.begin() + static_cast<std::ptrdiff_t>(at), fresh);
+    return cells[at];
+}
+
+const Cell* CellTable::cell(u32 r, u32 c) const
+{
+    const Row* line = row(r);
+    if (line == NULL) return NULL;
+    const std::vector<Cell>& cells = line->cells;
+    size_t low = 0, high = cells.size();
+    while (low < high) {
+        size_t mid = (low + high) / 2;
+        if (cells[mid].col < c)
+            low = mid + 1;
+        else
+            high = mid;
+    }
+    return low < cells.size() && cells[low].col == c ? &cells[low] : NULL;
+}
+
+bool CellTable::take(u32 type, const u8* data, size_t size, std::string& error)
+{
+    switch (type) {
+    case kRow: {
+        if (size < kRowDataSize) break;
+        Row& row = makeRow(getU16(data));
+        row.hasRecord = true;
+        memcpy(row.record, data, kRowDataSize);
+        return true;
+    }
+    case kDbCell:
+        return true;  // rebuilt on writing
+    case kBlank:
+    case kRk:
+    case kLabelSst: {
+        if (size < (type == kBlank ? 6u : 10u)) break;
+        if (getU16(data + 2) >= kMaxColumns) {
+            error = describe("a cell lies beyond column IV", type);
+            return false;
+        }
+        Cell& c = put(getU16(data), getU16(data + 2));
+        c.kind = static_cast<u16>(type);
+        c.xf = getU16(data + 4);
+        c.value = type == kBlank ? 0 : getU32(data + 6);
+        return true;
+    }
+    case kMulBlank:
+    case kMulRk: {
+        const size_t each = type == kMulBlank ? 2 : 6;
+        if (size < 6 + each || (size - 6) % each != 0) break;
+        const u32 first = getU16(data + 2);
+        const size_t count = (size - 6) / each;
+        if (first + count > kMaxColumns) {
+            error = describe("a cell lies beyond column IV", type);
+            return false;
+        }
+        for (size_t k = 0; k < count; ++k) {
+            const u8* item = data + 4 + k * each;
+            Cell& c = put(getU16(data), static_cast<u32>(first + k));
+            c.kind = type == kMulBlank ? static_cast<u16>(kBlank) : static_cast<u16>(kRk);
+            c.xf = getU16(item);
+            c.value = type == kMulBlank ? 0 : getU32(item + 2);
+        }
+        return true;
+    }
+    case kNumber:
+    case kLabel:
+    case kRString:
+    case kBoolErr:
+    case kFormula: {
+        if (size < 6) break;
+        if (getU16(data + 2) >= kMaxColumns) {
+            error = describe("a cell lies beyond column IV", type);
+            return false;
+        }
+        Group g = {static_cast<u32>(verbatim_.size()), static_cast<u32>(kRecordHeaderSize + size), false};
+        appendRecord(verbatim_, type, data, size);
+        Cell& c = put(getU16(data), getU16(data + 2));
+        c.kind = kVerbatim;
+        c.xf = getU16(data + 4);
+        c.value = static_cast<u32>(groups_.size());
+        groups_.push_back(g);
+        if (type == kFormula) hasFormulas_ = true;
+        return true;
+    }
+    case kShrFmla:
+    case kArray:
+    case kTable:
+    case kString:
+    case kContinue:
+        // These belong to the formula cell before them and travel with it.
+        if (groups_.empty()) {
+            error = describe("a formula's companion record has no formula before it", type);
+            return false;
+        }
+        appendRecord(verbatim_, type, data, size);
+        groups_.back().size += static_cast<u32>(kRecordHeaderSize + size);
+        if (type == kShrFmla || type == kArray || type == kTable) groups_.back().anchor = true;
+        return true;
+    default:
+        error = describe("not a cell record", type);
+        return false;
+    }
+    error = describe("a cell record is too short", type);
+    return false;
+}
+
+bool CellTable::anchorsFormulaRange(const Cell& c) const { return c.kind == kVerbatim && groups_[c.value].anchor; }
+
+void CellTable::setLabel(u32 r, u32 c, u32 xf, u32 sstIndex)
+{
+    Cell& cell = put(r, c);
+    cell.kind = kLabelSst;
+    cell.xf = static_cast<u16>(xf);
+    cell.value = sstIndex;
+}
+
+void CellTable::extent(u32 out[4]) const
+{
+    out[0] = out[1] = out[2] = out[3] = 0;
+    bool any = false;
+    for (size_t r = 0; r < rows_.size(); ++r) {
+        if (rows_[r] == NULL || rows_[r]->cells.empty()) continue;
+        const std::vector<Cell>& cells = rows_[r]->cells;
+        if (!any) {
+            out[0] = static_cast<u32>(r);
+            out[2] = cells.front().col;
+            out[3] = cells.back().col + 1u;
+            any = true;
+        }
+        out[1] = static_cast<u32>(r + 1);
+        if (cells.front().col < out[2]) out[2] = cells.front().col;
+        if (cells.back().col + 1u > out[3]) out[3] = cells.back().col + 1u;
+    }
+}
+
+// Blocks are windows of 32 row numbers counted from the first row that has a ROW record or
+// cells, as Excel writes them; empty windows are skipped.
+size_t CellTable::blockCount() const
+{
+    size_t count = 0, first = 0, window = 0;
+    for (size_t r = 0; r < rows_.size(); ++r) {
+        if (!present(static_cast<u32>(r))) continue;
+        if (count == 0) first = r;
+        if (count == 0 || (r - first) / kRowsPerBlock != window) {
+            window = (r - first) / kRowsPerBlock;
+            ++count;
+        }
+    }
+    return count;
+}
+
+void CellTable::writeRow(Bytes& out, u32 r, const u8 newRow[kRowDataSize]) const
+{
+    const Row& row = *rows_[r];
+    u8 data[kRowDataSize];
+    memcpy(data, row.hasRecord ? row.record : newRow, kRowDataSize);
+    putU16(data, r);
+    if (!row.cells.empty()) {
+        putU16(data + 2, row.cells.front().col);
+        putU16(data + 4, row.cells.back().col + 1u);
+    }
+    appendRecord(out, kRow, data, kRowDataSize);
+}
+
+// Adjacent blank cells become one MULBLANK, adjacent RK cells one MULRK.
+void CellTable::writeCells(Bytes& out, const Row& row, u32 r) const
+{
+    const std::vector<Cell>& cells = row.cells;
+    size_t i = 0;
+    while (i < cells.size()) {
+        const Cell& c = cells[i];
+        if (c.kind == kVerbatim) {
+            const Group& g = groups_[c.value];
+            appendBytes(out, &verbatim_[g.offset], g.size);
+            ++i;
+            continue;
+        }
+        if (c.kind == kLabelSst) {
+            appendCellHeader(out, kLabelSst, 10, r, c.col, c.xf);
+            appendU32(out, c.value);
+            ++i;
+            continue;
+        }
+        size_t end = i + 1;
+        while (end < cells.size() && cells[end].kind == c.kind && cells[end].col == cells[end - 1].col + 1) ++end;
+        const size_t count = end - i;
+        if (c.kind == kBlank && count == 1) {
+            appendCellHeader(out, kBlank, 6, r, c.col, c.xf);
+        } else if (c.kind == kBlank) {
+            appendU16(out, kMulBlank);
+            appendU16(out, static_cast<u32>(6 + 2 * count));
+            appendU16(out, r);
+            appendU16(out, c.col);
+            for (size_t k = i; k < end; ++k) appendU16(out, cells[k].xf);
+            appendU16(out, cells[end - 1].col);
+        } else if (count == 1) {
+            appendCellHeader(out, kRk, 10, r, c.col, c.xf);
+            appendU32(out, c.value);
+        } else {
+            appendU16(out, kMulRk);
+            appendU16(out, static_cast<u32>(6 + 6 * count));
+            appendU16(out, r);
+            appendU16(out, c.col);
+            for (size_t k = i; k < end; ++k) {
+                appendU16(out, cells[k].xf);
+                appendU32(out, cells[k].value);
+            }
+            appendU16(out, cells[end - 1].col);
+        }
+        i = end;
+    }
+}
+
+// Per block: its ROW records, then the cells of those rows, then a DBCELL holding the distance
+// back to the first ROW record and, per row, the distance between the starts of successive
+// rows' cells (the first measured from the second ROW record; a row without cells counts from
+// where the next row's cells start).
+void CellTable::write(Bytes& out, const u8 newRow[kRowDataSize], std::vector<u32>& dbcells) const
+{
+    dbcells.clear();
+    size_t first = 0;
+    while (first < rows_.size() && !present(static_cast<u32>(first))) ++first;
+    std::vector<u32> blockRows;
+    std::vector<size_t> cellStarts;
+    for (size_t start = first; start < rows_.size(); start += kRowsPerBlock) {
+        size_t stop = start + kRowsPerBlock < rows_.size() ? start + kRowsPerBlock : rows_.size();
+        blockRows.clear();
+        for (size_t r = start; r < stop; ++r)
+            if (present(static_cast<u32>(r))) blockRows.push_back(static_cast<u32>(r));
+        if (blockRows.empty()) continue;
+        const size_t blockStart = out.size();
+        for (size_t k = 0; k < blockRows.size(); ++k) writeRow(out, blockRows[k], newRow);
+        cellStarts.clear();
+        for (size_t k = 0; k < blockRows.size(); ++k) {
+            cellStarts.push_back(out.size());
+            writeCells(out, *rows_[blockRows[k]], blockRows[k]);
+        }
+        const size_t dbcell = out.size();
+        dbcells.push_back(static_cast<u32>(dbcell));
+        appendU16(out, kDbCell);
+        appendU16(out, static_cast<u32>(4 + 2 * blockRows.size()));
+        appendU32(out, static_cast<u32>(dbcell - blockStart));
+        size_t previous = blockStart + kRecordHeaderSize + kRowDataSize;
+        for (size_t k = 0; k < cellStarts.size(); ++k) {
+            appendU16(out, static_cast<u32>((cellStarts[k] - previous) & 0xFFFFu));
+            previous = cellStarts[k];
+        }
+    }
+}
+
+}  // namespace xls

@@ -1,0 +1,88 @@
+#ifndef VORNADEL_XLS_CELLTABLE_H
+#define VORNADEL_XLS_CELLTABLE_H
+
+// The cell table of one worksheet: ROW records, cell records and DBCELL records, exploded into
+// rows of cells so that single cells can be replaced or added, then written again in blocks of
+// 32 rows. Runs (MULBLANK, MULRK) become single cells when loaded and runs again when written;
+// every other cell record is kept verbatim with the records that belong to it (a FORMULA's
+// SHRFMLA, ARRAY, TABLE, STRING and CONTINUE).
+
+#include "Bytes.h"
+
+#include <string>
+
+namespace xls {
+
+enum { kMaxRows = 65536, kMaxColumns = 256, kRowsPerBlock = 32, kRowDataSize = 16 };
+
+struct Cell {
+    u16 col;
+    u16 kind;   // kBlank, kRk, kLabelSst, or kVerbatim
+    u16 xf;     // index of the cell's XF record
+    u32 value;  // RK value, SST index, or number of the verbatim group
+};
+
+enum { kVerbatim = 0 };
+
+struct Row {
+    Row() : hasRecord(false) {}
+    bool hasRecord;
+    u8 record[kRowDataSize];  // data of its ROW record, when it has one
+    std::vector<Cell> cells;  // ascending columns, one per column
+};
+
+class CellTable {
+public:
+    CellTable();
+    ~CellTable();
+
+    // Takes one record of the cell table as read from the sheet, in stream order. False, with a
+    // message, for a record too short for its kind or a cell beyond column 255.
+    bool take(u32 type, const u8* data, size_t size, std::string& error);
+
+    // The row, or NULL when it has neither a ROW record nor cells.
+    const Row* row(u32 r) const { return r < rows_.size() ? rows_[r] : NULL; }
+    // The cell, or NULL.
+    const Cell* cell(u32 r, u32 c) const;
+    // True when the cell's record is the first cell of a shared formula, an array formula or a
+    // data table (followed by SHRFMLA, ARRAY or TABLE): other cells refer to it.
+    bool anchorsFormulaRange(const Cell& cell) const;
+    // Makes (r, c) a LABELSST cell with the given XF and SST index.
+    void setLabel(u32 r, u32 c, u32 xf, u32 sstIndex);
+
+    bool hasFormulas() const { return hasFormulas_; }
+    // Cells' extent: first row, last row + 1, first column, last column + 1; all zero without cells.
+    void extent(u32 out[4]) const;
+    // Number of DBCELL records write() gives.
+    size_t blockCount() const;
+
+    // Appends the table. A row with cells and no ROW record gets newRow (rw, colMic and colMac
+    // filled in); ROW records get their column range from their cells. dbcells receives each
+    // DBCELL's offset in out.
+    void write(Bytes& out, const u8 newRow[kRowDataSize], std::vector<u32>& dbcells) const;
+
+private:
+    struct Group {
+        u32 offset;  // in verbatim_, record headers included
+        u32 size;
+        bool anchor;
+    };
+
+    Row& makeRow(u32 r);
+    Cell& put(u32 r, u32 c);
+    bool present(u32 r) const { return rows_[r] != NULL && (rows_[r]->hasRecord || !rows_[r]->cells.empty()); }
+    void writeRow(Bytes& out, u32 r, const u8 newRow[kRowDataSize]) const;
+    void writeCells(Bytes& out, const Row& row, u32 r) const;
+
+    std::vector<Row*> rows_;  // owned; indexed by row number
+    Bytes verbatim_;          // records kept as loaded
+    std::vector<Group> groups_;
+    bool hasFormulas_;
+
+    CellTable(const CellTable&);  // not copyable
+    CellTable& operator=(const CellTable&);
+};
+
+}  // namespace xls
+
+#endif
