@@ -1,0 +1,441 @@
+#include "ui/Dlx.hpp"
+
+#include <algorithm>
+#include <cctype>
+#include <fstream>
+#include <set>
+#include <sstream>
+#include <utility>
+
+namespace host::ui {
+
+namespace {
+
+// An XML element as far as dialog files need it: name, attributes in order, child elements.
+// Text content is never meaningful in a dialog file and is dropped.
+struct Element {
+    std::string name;
+    std::vector<std::pair<std::string, std::string>> attributes;
+    std::vector<Element> children;
+    int line = 0;
+
+    const std::string* Attribute(const char* attributeName) const {
+        for (const auto& [key, value] : attributes) {
+            if (key == attributeName) return &value;
+        }
+        return nullptr;
+    }
+    std::string AttributeOr(const char* attributeName, const std::string& fallback) const {
+        const std::string* value = Attribute(attributeName);
+        return value ? *value : fallback;
+    }
+    const Element* FirstChild(const char* childName) const {
+        for (const Element& child : children) {
+            if (child.name == childName) return &child;
+        }
+        return nullptr;
+    }
+};
+
+// Deeper nesting than this is refused instead of recursing without bound on a hostile file.
+const int kMaxDepth = 256;
+
+void AppendUtf8(std::string& out, unsigned long cp) {
+    if (cp < 0x80) {
+        out += static_cast<char>(cp);
+    } else if (cp < 0x800) {
+        out += static_cast<char>(0xC0 | (cp >> 6));
+        out += static_cast<char>(0x80 | (cp & 0x3F));
+    } else if (cp < 0x10000) {
+        out += static_cast<char>(0xE0 | (cp >> 12));
+        out += static_cast<char>(0x80 | ((cp >> 6) & 0x3F));
+        out += static_cast<char>(0x80 | (cp & 0x3F));
+    } else {
+        out += static_cast<char>(0xF0 | (cp >> 18));
+        out += static_cast<char>(0x80 | ((cp >> 12) & 0x3F));
+        out += static_cast<char>(0x80 | ((cp >> 6) & 0x3F));
+        out += static_cast<char>(0x80 | (cp & 0x3F));
+    }
+}
+
+// The offset of the first byte that is not well-formed UTF-8, or npos.
+size_t FirstInvalidUtf8(const std::string& s) {
+    size_t i = 0;
+    while (i < s.size()) {
+        unsigned char c = static_cast<unsigned char>(s[i]);
+        size_t n;
+        unsigned long cp;
+        if (c < 0x80) {
+            ++i;
+            continue;
+        } else if (c >= 0xC2 && c <= 0xDF) {
+            n = 1;
+            cp = c & 0x1F;
+        } else if (c >= 0xE0 && c <= 0xEF) {
+            n = 2;
+            cp = c & 0x0F;
+        } else if (c >= 0xF0 && c <= 0xF4) {
+            n = 3;
+            cp = c & 0x07;
+        } else {
+            return i;
+        }
+        if (i + n >= s.size()) return i;
+        for (size_t k = 1; k <= n; ++k) {
+            unsigned char d = static_cast<unsigned char>(s[i + k]);
+            if ((d & 0xC0) != 0x80) return i;
+            cp = (cp << 6) | (d & 0x3F);
+        }
+        if ((n == 2 && cp < 0x800) || (n == 3 && (cp < 0x10000 || cp > 0x10FFFF)) || (cp >= 0xD800 && cp <= 0xDFFF)) {
+            return i;
+        }
+        i += n + 1;
+    }
+    return std::string::npos;
+}
+
+class XmlReader {
+public:
+    XmlReader(const std::string& text, const std::string& name) : text_(text), name_(name) {}
+
+    Element ReadDocument() {
+        if (text_.compare(0, 3, "\xEF\xBB\xBF") == 0) pos_ = 3;
+        size_t bad = FirstInvalidUtf8(text_);
+        if (bad != std::string::npos) {
+            pos_ = bad;
+            Fail("the file is not valid UTF-8");
+        }
+        SkipMisc(true);
+        if (AtEnd()) Fail("the file holds no element");
+        if (!LookingAt("<")) Fail("text before the root element");
+        Element root = ReadElement(0);
+        SkipMisc(false);
+        if (!AtEnd()) Fail("content after the root element </" + root.name + ">");
+        return root;
+    }
+
+private:
+    [[noreturn]] void Fail(const std::string& what) const {
+        int line = 1 + static_cast<int>(std::count(text_.begin(), text_.begin() + std::min(pos_, text_.size()), '\n'));
+        throw DlxError(name_ + ":" + std::to_string(line) + ": " + what);
+    }
+
+    bool AtEnd() const { return pos_ >= text_.size(); }
+    bool LookingAt(const char* s) const { return text_.compare(pos_, std::char_traits<char>::length(s), s) == 0; }
+    static bool IsSpace(char c) { return c == ' ' || c == '\t' || c == '\n' || c == '\r'; }
+    void SkipSpace() {
+        while (!AtEnd() && IsSpace(text_[pos_])) ++pos_;
+    }
+    static bool IsNameStart(char c) {
+        unsigned char u = static_cast<unsigned char>(c);
+        return (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z') || c == '_' || c == ':' || u >= 0x80;
+    }
+    static bool IsNameChar(char c) { return IsNameStart(c) || (c >= '0' && c <= '9') || c == '-' || c == '.'; }
+
+    // Skips up to and including terminator; fails with what when it never comes.
+    void SkipPast(const char* terminator, const char* what) {
+        size_t end = text_.find(terminator, pos_);
+        if (end == std::string::npos) Fail(what);
+        pos_ = end + std::char_traits<char>::length(terminator);
+    }
+
+    // Whitespace, comments and processing instructions (the XML declaration among them).
+    void SkipMisc(bool beforeRoot) {
+        for (;;) {
+            SkipSpace();
+            if (LookingAt("<!--")) {
+                SkipPast("-->", "a comment is not closed");
+            } else if (LookingAt("<?")) {
+                size_t start = pos_;
+                SkipPast("?>", "a processing instruction is not closed");
+                CheckDeclaration(text_.substr(start, pos_ - start));
+            } else if (LookingAt("<!")) {
+                Fail(beforeRoot ? "document type declarations are not supported" : "unexpected <! after the root element");
+            } else {
+                return;
+            }
+        }
+    }
+
+    // Dialog files are UTF-8; a declaration naming another encoding would be misread.
+    void CheckDeclaration(const std::string& pi) {
+        if (pi.compare(0, 6, "<?xml ") != 0) return;
+        size_t at = pi.find("encoding");
+        if (at == std::string::npos) return;
+        size_t quote = pi.find_first_of("\"'", at);
+        if (quote == std::string::npos) return;
+        size_t end = pi.find(pi[quote], quote + 1);
+        std::string encoding = pi.substr(quote + 1, end == std::string::npos ? std::string::npos : end - quote - 1);
+        std::string lower = encoding;
+        std::transform(lower.begin(), lower.end(), lower.begin(), [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
+        if (lower != "utf-8" && lower != "utf8") Fail("encoding \"" + encoding + "\" is not supported; dialog files are UTF-8");
+    }
+
+    std::string ReadName(const char* what) {
+        size_t start = pos_;
+        if (AtEnd() || !IsNameStart(text_[pos_])) Fail(std::string("expected ") + what);
+        while (!AtEnd() && IsNameChar(text_[pos_])) ++pos_;
+        return text_.substr(start, pos_ - start);
+    }
+
+    // An entity reference at pos_ (on the '&'), decoded into out.
+    void ReadEntity(std::string& out) {
+        size_t semi = text_.find(';', pos_);
+        if (semi == std::string::npos || semi - pos_ > 12) Fail("an entity reference is not closed with ';'");
+        std::string entity = text_.substr(pos_ + 1, semi - pos_ - 1);
+        if (entity == "amp") out += '&';
+        else if (entity == "lt") out += '<';
+        else if (entity == "gt") out += '>';
+        else if (entity == "quot") out += '"';
+        else if (entity == "apos") out += '\'';
+        else if (entity.size() >= 2 && entity[0] == '#') {
+            bool hex = entity[1] == 'x';
+            std::string digits = entity.substr(hex ? 2 : 1);
+            const char* allowed = hex ? "0123456789abcdefABCDEF" : "0123456789";
+            if (digits.empty() || digits.find_first_not_of(allowed) != std::string::npos) Fail("bad character reference &" + entity + ";");
+            unsigned long cp = std::stoul(digits, nullptr, hex ? 16 : 10);
+            if (cp == 0 || cp > 0x10FFFF || (cp >= 0xD800 && cp <= 0xDFFF)) Fail("character reference &" + entity + "; is not a character");
+            AppendUtf8(out, cp);
+        } else {
+            Fail("unknown entity &" + entity + ";");
+        }
+        pos_ = semi + 1;
+    }
+
+    std::string ReadAttributeValue() {
+        char quote = text_[pos_];
+        if (quote != '"' && quote != '\'') Fail("an attribute value must be quoted");
+        ++pos_;
+        std::string value;
+        for (;;) {
+            if (AtEnd()) Fail("an attribute value is not closed");
+            char c = text_[pos_];
+            if (c == quote) {
+                ++pos_;
+                return value;
+            }
+            if (c == '<') Fail("'<' inside an attribute value");
+            if (c == '&') {
+                ReadEntity(value);
+                continue;
+            }
+            // XML normalises literal whitespace characters in attribute values to spaces.
+            value += IsSpace(c) ? ' ' : c;
+            ++pos_;
+        }
+    }
+
+    Element ReadElement(int depth) {
+        if (depth > kMaxDepth) Fail("elements nest too deeply");
+        Element element;
+        element.line = 1 + static_cast<int>(std::count(text_.begin(), text_.begin() + pos_, '\n'));
+        ++pos_;  // '<'
+        element.name = ReadName("an element name after '<'");
+        for (;;) {
+            bool spaced = !AtEnd() && IsSpace(text_[pos_]);
+            SkipSpace();
+            if (AtEnd()) Fail("the start tag <" + element.name + "> is not closed");
+            if (LookingAt("/>")) {
+                pos_ += 2;
+                return element;
+            }
+            if (text_[pos_] == '>') {
+                ++pos_;
+                break;
+            }
+            if (!spaced) Fail("attributes of <" + element.name + "> must be separated by whitespace");
+            std::string key = ReadName("an attribute name");
+            SkipSpace();
+            if (AtEnd() || text_[pos_] != '=') Fail("attribute " + key + " of <" + element.name + "> has no '='");
+            ++pos_;
+            SkipSpace();
+            if (AtEnd()) Fail("attribute " + key + " of <" + element.name + "> has no value");
+            if (element.Attribute(key.c_str())) Fail("attribute " + key + " appears twice in <" + element.name + ">");
+            element.attributes.emplace_back(key, ReadAttributeValue());
+        }
+        for (;;) {
+            size_t lt = text_.find('<', pos_);
+            if (lt == std::string::npos) {
+                pos_ = text_.size();
+                Fail("element <" + element.name + "> is not closed");
+            }
+            pos_ = lt;
+            if (LookingAt("</")) {
+                pos_ += 2;
+                std::string endName = ReadName("an element name after '</'");
+                if (endName != element.name) Fail("end tag </" + endName + "> does not match <" + element.name + ">");
+                SkipSpace();
+                if (AtEnd() || text_[pos_] != '>') Fail("end tag </" + endName + "> is not closed");
+                ++pos_;
+                return element;
+            }
+            if (LookingAt("<!--")) {
+                SkipPast("-->", "a comment is not closed");
+            } else if (LookingAt("<![CDATA[")) {
+                SkipPast("]]>", "a CDATA section is not closed");
+            } else if (LookingAt("<?")) {
+                SkipPast("?>", "a processing instruction is not closed");
+            } else if (LookingAt("<!")) {
+                Fail("unexpected <! inside <" + element.name + ">");
+            } else {
+                element.children.push_back(ReadElement(depth + 1));
+            }
+        }
+    }
+
+    const std::string& text_;
+    const std::string& name_;
+    size_t pos_ = 0;
+};
+
+struct ClassName {
+    const char* itemClass;
+    BlockKind kind;
+};
+
+// The item classes of the seven NX Open block classes the host builds (the Styler writes some
+// with and some without the "UGS::" prefix).
+const ClassName kClasses[] = {
+    {"UICOMP_group", BlockKind::Group},
+    {"UICOMP_string", BlockKind::StringBlock},
+    {"UGS::UI::Comp::ScrolledWindow", BlockKind::ScrolledWindow},
+    {"UICOMP_tree_control", BlockKind::Tree},
+    {"UICOMP_button", BlockKind::Button},
+    {"UGS::UI::Comp::BodySelect", BlockKind::BodyCollector},
+    {"UGS::UI::Comp::NativeFolderBrowser", BlockKind::FolderSelection},
+};
+
+bool IsContainer(BlockKind kind) { return kind == BlockKind::Group || kind == BlockKind::ScrolledWindow; }
+
+class DialogBuilder {
+public:
+    explicit DialogBuilder(const std::string& name) : name_(name) {}
+
+    DlxDialog Build(const Element& root) {
+        if (root.name != "Dialog") Fail(root, "the root element is <" + root.name + ">, not <Dialog>");
+        if (const Element* list = root.FirstChild("PropertyList")) {
+            auto properties = ReadProperties(*list);
+            auto title = properties.find("Title");
+            if (title != properties.end()) dialog_.title = title->second.value;
+        }
+        for (const Element& child : root.children) {
+            if (child.name == "item") Visit(child, "");
+        }
+        return std::move(dialog_);
+    }
+
+private:
+    [[noreturn]] void Fail(const Element& at, const std::string& what) const {
+        throw DlxError(name_ + ":" + std::to_string(at.line) + ": " + what);
+    }
+
+    std::map<std::string, DlxProperty> ReadProperties(const Element& list) {
+        std::map<std::string, DlxProperty> properties;
+        for (const Element& p : list.children) {
+            const std::string* id = p.Attribute("id");
+            if (p.name != "Property" || id == nullptr) continue;
+            DlxProperty property;
+            property.type = p.AttributeOr("type", "");
+            property.value = p.AttributeOr("value", "");
+            if (property.type == "enum") {
+                std::string selected = p.AttributeOr("selected", "");
+                property.value = selected;
+                for (const Element& option : p.children) {
+                    if (option.name == "Option" && option.AttributeOr("value", "") == selected) {
+                        property.value = option.AttributeOr("name", selected);
+                    }
+                }
+            }
+            for (const Element& entry : p.children) {
+                if (entry.name == "Strings") property.strings.push_back(entry.AttributeOr("value", ""));
+            }
+            properties[*id] = std::move(property);
+        }
+        return properties;
+    }
+
+    static const Element* PropertyElement(const Element& list, const char* id) {
+        for (const Element& p : list.children) {
+            if (p.name == "Property" && p.AttributeOr("id", "") == id) return &p;
+        }
+        return nullptr;
+    }
+
+    BlockKind KindOf(const Element& item, const std::string& id) const {
+        std::string itemClass = item.AttributeOr("class", "");
+        std::string bare = itemClass.compare(0, 12, "UGS::UICOMP_") == 0 ? itemClass.substr(5) : itemClass;
+        for (const ClassName& c : kClasses) {
+            if (bare == c.itemClass) return c.kind;
+        }
+        Fail(item, "block " + id + " has class \"" + itemClass + "\", which the host does not build");
+    }
+
+    void Visit(const Element& item, const std::string& parentId) {
+        const Element* list = item.FirstChild("PropertyList");
+        DlxBlock block;
+        if (list) block.properties = ReadProperties(*list);
+        auto apiName = block.properties.find("API Name");
+        block.id = apiName != block.properties.end() ? apiName->second.value : item.AttributeOr("id", "");
+        if (block.id.empty()) Fail(item, "an <item> without a block id (API Name)");
+        if (!ids_.insert(block.id).second) Fail(item, "block id " + block.id + " is used twice");
+        block.kind = KindOf(item, block.id);
+        block.label = block.Value("Title", block.Value("Label", ""));
+        block.parentId = parentId;
+        const Element* members = list ? PropertyElement(*list, "Members") : nullptr;
+        if (members && !IsContainer(block.kind)) Fail(*members, "block " + block.id + " (" + KindName(block.kind) + ") cannot hold blocks");
+        std::string id = block.id;
+        dialog_.blocks.push_back(std::move(block));
+        if (!members) return;
+        const Element* containerItems = members->FirstChild("PropertyList");
+        if (!containerItems) return;
+        for (const Element& child : containerItems->children) {
+            if (child.name == "item") {
+                Visit(child, id);
+            } else if (child.name == "Property") {
+                for (const Element& wrapped : child.children) {
+                    if (wrapped.name == "item") Visit(wrapped, id);
+                }
+            }
+        }
+    }
+
+    const std::string& name_;
+    DlxDialog dialog_;
+    std::set<std::string> ids_;
+};
+
+}  // namespace
+
+const char* KindName(BlockKind kind) {
+    switch (kind) {
+    case BlockKind::Group: return "Group";
+    case BlockKind::StringBlock: return "StringBlock";
+    case BlockKind::ScrolledWindow: return "ScrolledWindow";
+    case BlockKind::Tree: return "Tree";
+    case BlockKind::Button: return "Button";
+    case BlockKind::BodyCollector: return "BodyCollector";
+    case BlockKind::FolderSelection: return "FolderSelection";
+    }
+    return "?";
+}
+
+std::string DlxBlock::Value(const std::string& propertyId, const std::string& fallback) const {
+    auto it = properties.find(propertyId);
+    return it == properties.end() ? fallback : it->second.value;
+}
+
+DlxDialog ParseDlx(const std::string& text, const std::string& name) {
+    Element root = XmlReader(text, name).ReadDocument();
+    return DialogBuilder(name).Build(root);
+}
+
+DlxDialog ReadDlxFile(const std::string& path) {
+    std::ifstream in(path, std::ios::binary);
+    if (!in) throw DlxError(path + ": the dialog file cannot be read");
+    std::ostringstream text;
+    text << in.rdbuf();
+    if (in.bad()) throw DlxError(path + ": the dialog file cannot be read");
+    return ParseDlx(text.str(), path);
+}
+
+}  // namespace host::ui
