@@ -1,0 +1,42 @@
+// The session core's internals: what the core's source files share. The user-interface half and
+// the driver see only HostSession.hpp and Driver.hpp.
+#pragma once
+
+#include <map>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include <NXOpen/TaggedObject.hxx>
+
+#include "platform/Desktop.h"
+
+namespace host::core {
+
+class PartImpl;
+
+// A fresh tag for an NX helper object that is not a TaggedObject but has a Tag() (collections,
+// the layer manager, the listing window). Never used by any other object.
+tag_t ReserveTag();
+
+// Everything ResetSession returns to its start.
+struct SessionState {
+    std::map<std::string, std::string> environment;  // NX environment, GBK name -> GBK value
+    int modelUpdates = 0;
+    bool ufInitialized = false;
+    bool listingOpen = false;
+    std::vector<std::string> listingLines;  // ListingWindow::WriteLine, GBK
+    std::vector<std::string> syslogLines;   // UF_print_syslog
+    std::unique_ptr<PartImpl> workPart;
+    std::optional<platform::LocalTime> pinnedClock;
+    std::vector<std::string> openedFiles;
+    bool reallyOpenFiles = false;
+};
+
+SessionState& State();
+
+// The work part, or NULL.
+PartImpl* WorkPartImpl();
+
+}  // namespace host::core

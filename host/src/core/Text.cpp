@@ -1,0 +1,114 @@
+// GBK <-> UTF-8 at the host's edges (part files, NXString's UTF-8 side, the runner's output).
+// glibc's iconv converter "GBK" is the code page of a Chinese Windows (CP936).
+#include <cerrno>
+#include <cstdio>
+#include <stdexcept>
+#include <string>
+
+#include <iconv.h>
+
+#include "HostSession.hpp"
+
+namespace host {
+namespace {
+
+const char kReplacementUtf8[] = "\xEF\xBF\xBD";  // U+FFFD
+
+// Length of the UTF-8 sequence that starts with lead (1 for a stray byte), so that an
+// unconvertible character is skipped whole.
+size_t Utf8SequenceLength(unsigned char lead) {
+    if (lead >= 0xF0 && lead <= 0xF4) return 4;
+    if (lead >= 0xE0) return lead <= 0xEF ? 3 : 1;
+    if (lead >= 0xC2 && lead <= 0xDF) return 2;
+    return 1;
+}
+
+// "U+1F600" for the character at byte at, "byte 0xFF" when it is not valid UTF-8.
+std::string DescribeCharacter(const std::string& utf8, size_t at) {
+    unsigned char lead = static_cast<unsigned char>(utf8[at]);
+    size_t length = Utf8SequenceLength(lead);
+    char text[16];
+    if (length == 1 || at + length > utf8.size()) {
+        std::snprintf(text, sizeof text, "byte 0x%02X", lead);
+        return text;
+    }
+    unsigned long code = lead & (0x7F >> length);
+    for (size_t i = 1; i < length; ++i) code = (code << 6) | (static_cast<unsigned char>(utf8[at + i]) & 0x3F);
+    std::snprintf(text, sizeof text, "U+%04lX", code);
+    return text;
+}
+
+// One iconv descriptor per direction and thread, reset before each use.
+class Converter {
+public:
+    Converter(const char* to, const char* from) : cd_(iconv_open(to, from)) {
+        if (cd_ == reinterpret_cast<iconv_t>(-1))
+            throw std::runtime_error(std::string("iconv cannot convert ") + from + " to " + to);
+    }
+    ~Converter() { iconv_close(cd_); }
+    Converter(const Converter&) = delete;
+    Converter& operator=(const Converter&) = delete;
+
+    // Converts input; each character that cannot be converted is handed to onBad, which returns
+    // how many input bytes to skip and appends its replacement to the output (or throws).
+    template <typename OnBad>
+    std::string Run(const std::string& input, OnBad onBad) {
+        iconv(cd_, nullptr, nullptr, nullptr, nullptr);
+        std::string out;
+        char buffer[1024];
+        char* in = const_cast<char*>(input.data());
+        size_t inLeft = input.size();
+        while (inLeft > 0) {
+            char* o = buffer;
+            size_t oLeft = sizeof buffer;
+            size_t r = iconv(cd_, &in, &inLeft, &o, &oLeft);
+            out.append(buffer, o - buffer);
+            if (r != static_cast<size_t>(-1)) continue;
+            if (errno == E2BIG) continue;
+            // EILSEQ or EINVAL (a sequence cut off at the end): replace and go on.
+            size_t skip = onBad(static_cast<size_t>(in - input.data()), out);
+            if (skip > inLeft) skip = inLeft;
+            in += skip;
+            inLeft -= skip;
+            iconv(cd_, nullptr, nullptr, nullptr, nullptr);
+        }
+        return out;
+    }
+
+private:
+    iconv_t cd_;
+};
+
+Converter& GbkToUtf8Converter() {
+    thread_local Converter converter("UTF-8", "GBK");
+    return converter;
+}
+
+Converter& Utf8ToGbkConverter() {
+    thread_local Converter converter("GBK", "UTF-8");
+    return converter;
+}
+
+}  // namespace
+
+std::string GbkToUtf8(const std::string& gbk) {
+    return GbkToUtf8Converter().Run(gbk, [](size_t, std::string& out) {
+        out += kReplacementUtf8;
+        return size_t{1};
+    });
+}
+
+std::string Utf8ToGbk(const std::string& utf8) {
+    return Utf8ToGbkConverter().Run(utf8, [&utf8](size_t at, std::string& out) {
+        out += '?';
+        return Utf8SequenceLength(static_cast<unsigned char>(utf8[at]));
+    });
+}
+
+std::string Utf8ToGbkStrict(const std::string& utf8) {
+    return Utf8ToGbkConverter().Run(utf8, [&utf8](size_t at, std::string&) -> size_t {
+        throw std::runtime_error(DescribeCharacter(utf8, at) + " has no GBK form");
+    });
+}
+
+}  // namespace host
