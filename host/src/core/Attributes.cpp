@@ -1,0 +1,401 @@
+// User attributes of NX objects: the NX Open members of NXObject and the user-function calls
+// UF_ATTR_read_value / UF_ATTR_assign. One attribute per title and object; index -1 (not an
+// array) is the only index the host knows.
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <string>
+
+#include <NXOpen/NXException.hxx>
+#include <NXOpen/NXObject.hxx>
+#include <uf_attr.h>
+
+#include "HostSession.hpp"
+#include "core/Model.hpp"
+#include "core/UfErrors.hpp"
+
+namespace host::core {
+
+using NXOpen::NXObject;
+
+std::string ShortestReal(double value) {
+    char text[32];
+    for (int precision = 1; precision <= 17; ++precision) {
+        std::snprintf(text, sizeof text, "%.*g", precision, value);
+        if (std::strtod(text, nullptr) == value) break;
+    }
+    return text;
+}
+
+const Attribute* AttributeList::Find(const std::string& title, NXObject::AttributeType type) const {
+    for (const Attribute& a : items_)
+        if (a.title == title) return type == NXObject::AttributeTypeAny || a.type == type ? &a : nullptr;
+    return nullptr;
+}
+
+void AttributeList::Set(const Attribute& attribute) {
+    for (Attribute& a : items_)
+        if (a.title == attribute.title) {
+            a = attribute;
+            return;
+        }
+    items_.push_back(attribute);
+}
+
+bool AttributeList::Remove(const std::string& title, NXObject::AttributeType type) {
+    for (auto it = items_.begin(); it != items_.end(); ++it)
+        if (it->title == title) {
+            if (type != NXObject::AttributeTypeAny && it->type != type) return false;
+            items_.erase(it);
+            return true;
+        }
+    return false;
+}
+
+void AttributeList::RemoveAll(NXObject::AttributeType type) {
+    for (auto it = items_.begin(); it != items_.end();)
+        it = type == NXObject::AttributeTypeAny || it->type == type ? items_.erase(it) : it + 1;
+}
+
+ObjectData& DataOf(NXObject* object) {
+    ObjectData* data = dynamic_cast<ObjectData*>(object);
+    if (data == nullptr) throw NXOpen::NXException::Create(kUfNotAttributeOwner);
+    return *data;
+}
+
+namespace {
+
+// The host keeps no attribute arrays (the plug-in uses index -1 only).
+void RequireScalarIndex(int index) {
+    if (index != -1) throw NXOpen::NXException::Create("Attribute arrays are not supported by the host");
+}
+
+std::string TitleText(const char* title) {
+    std::string text = title == nullptr ? "" : title;
+    if (text.empty()) throw NXOpen::NXException::Create("Attribute title is empty");
+    return text;
+}
+
+void SetAttribute(NXObject* object, const char* title, int index, const Attribute& value) {
+    RequireScalarIndex(index);
+    Attribute a = value;
+    a.title = TitleText(title);
+    DataOf(object).attributes.Set(a);
+}
+
+// The attribute of that title and type at index; NX throws when there is none.
+const Attribute& FindOrThrow(NXObject* object, const char* title, NXObject::AttributeType type, int index) {
+    const Attribute* a = index == -1 ? DataOf(object).attributes.Find(title == nullptr ? "" : title, type) : nullptr;
+    if (a == nullptr)
+        throw NXOpen::NXException::Create((std::string("Attribute not found: ") + (title == nullptr ? "" : title)).c_str());
+    return *a;
+}
+
+// Integer as "%d", real in the shortest form that reads back the same, boolean as "TRUE" or
+// "FALSE" (host choices: NX's own formatting is not documented).
+std::string ValueText(const Attribute& a) {
+    switch (a.type) {
+    case NXObject::AttributeTypeInteger: return std::to_string(a.integer);
+    case NXObject::AttributeTypeReal: return ShortestReal(a.real);
+    case NXObject::AttributeTypeBoolean: return a.boolean ? "TRUE" : "FALSE";
+    case NXObject::AttributeTypeNull: return "";
+    default: return a.text;
+    }
+}
+
+NXObject::AttributeInformation Information(const Attribute& a) {
+    NXObject::AttributeInformation info;
+    info.Type = a.type;
+    info.Title = NXOpen::NXString(a.title, NXOpen::NXString::Locale);
+    info.BooleanValue = a.boolean;
+    info.IntegerValue = a.integer;
+    info.RealValue = a.real;
+    if (a.type == NXObject::AttributeTypeString) info.StringValue = NXOpen::NXString(a.text, NXOpen::NXString::Locale);
+    if (a.type == NXObject::AttributeTypeTime) info.TimeValue = NXOpen::NXString(a.text, NXOpen::NXString::Locale);
+    return info;
+}
+
+Attribute StringValue(const char* text) {
+    Attribute a;
+    a.type = NXObject::AttributeTypeString;
+    a.text = text == nullptr ? "" : text;
+    return a;
+}
+
+}  // namespace
+}  // namespace host::core
+
+namespace NXOpen {
+
+using host::core::Attribute;
+using host::core::DataOf;
+
+void NXObject::SetUserAttribute(const AttributeInformation& info, Update::Option) {
+    Attribute a;
+    a.type = info.Type;
+    switch (info.Type) {
+    case AttributeTypeNull: break;
+    case AttributeTypeBoolean: a.boolean = info.BooleanValue; break;
+    case AttributeTypeInteger: a.integer = info.IntegerValue; break;
+    case AttributeTypeReal: a.real = info.RealValue; break;
+    case AttributeTypeString: a.text = info.StringValue.GetLocaleText(); break;
+    case AttributeTypeTime: a.text = info.TimeValue.GetLocaleText(); break;
+    default: throw NXException::Create("Attribute type not supported by the host");
+    }
+    host::core::SetAttribute(this, info.Title.GetLocaleText(), info.Array ? info.ArrayElementIndex : -1, a);
+}
+
+void NXObject::SetUserAttribute(const NXString& title, int index, int value, Update::Option option) {
+    SetUserAttribute(title.GetLocaleText(), index, value, option);
+}
+void NXObject::SetUserAttribute(const char* title, int index, int value, Update::Option) {
+    Attribute a;
+    a.type = AttributeTypeInteger;
+    a.integer = value;
+    host::core::SetAttribute(this, title, index, a);
+}
+
+void NXObject::SetUserAttribute(const NXString& title, int index, double value, Update::Option option) {
+    SetUserAttribute(title.GetLocaleText(), index, value, option);
+}
+void NXObject::SetUserAttribute(const char* title, int index, double value, Update::Option) {
+    Attribute a;
+    a.type = AttributeTypeReal;
+    a.real = value;
+    host::core::SetAttribute(this, title, index, a);
+}
+
+void NXObject::SetUserAttribute(const NXString& title, int index, const NXString& value, Update::Option option) {
+    SetUserAttribute(title.GetLocaleText(), index, value.GetLocaleText(), option);
+}
+void NXObject::SetUserAttribute(const char* title, int index, const char* value, Update::Option) {
+    host::core::SetAttribute(this, title, index, host::core::StringValue(value));
+}
+
+void NXObject::SetUserAttribute(const NXString& title, int index, Update::Option option) {
+    SetUserAttribute(title.GetLocaleText(), index, option);
+}
+void NXObject::SetUserAttribute(const char* title, int index, Update::Option) {
+    Attribute a;
+    a.type = AttributeTypeNull;
+    host::core::SetAttribute(this, title, index, a);
+}
+
+void NXObject::SetTimeUserAttribute(const NXString& title, int index, const NXString& value, Update::Option option) {
+    SetTimeUserAttribute(title.GetLocaleText(), index, value.GetLocaleText(), option);
+}
+void NXObject::SetTimeUserAttribute(const char* title, int index, const char* value, Update::Option) {
+    Attribute a = host::core::StringValue(value);
+    a.type = AttributeTypeTime;
+    host::core::SetAttribute(this, title, index, a);
+}
+
+void NXObject::SetBooleanUserAttribute(const NXString& title, int index, bool value, Update::Option option) {
+    SetBooleanUserAttribute(title.GetLocaleText(), index, value, option);
+}
+void NXObject::SetBooleanUserAttribute(const char* title, int index, bool value, Update::Option) {
+    Attribute a;
+    a.type = AttributeTypeBoolean;
+    a.boolean = value;
+    host::core::SetAttribute(this, title, index, a);
+}
+
+bool NXObject::HasUserAttribute(const NXString& title, AttributeType type, int index) {
+    return HasUserAttribute(title.GetLocaleText(), type, index);
+}
+bool NXObject::HasUserAttribute(const char* title, AttributeType type, int index) {
+    return index == -1 && DataOf(this).attributes.Find(title == nullptr ? "" : title, type) != nullptr;
+}
+
+NXObject::AttributeInformation NXObject::GetUserAttribute(const NXString& title, AttributeType type, int index) {
+    return GetUserAttribute(title.GetLocaleText(), type, index);
+}
+NXObject::AttributeInformation NXObject::GetUserAttribute(const char* title, AttributeType type, int index) {
+    return host::core::Information(host::core::FindOrThrow(this, title, type, index));
+}
+
+NXString NXObject::GetStringUserAttribute(const NXString& title, int index) {
+    return GetStringUserAttribute(title.GetLocaleText(), index);
+}
+NXString NXObject::GetStringUserAttribute(const char* title, int index) {
+    return NXString(host::core::FindOrThrow(this, title, AttributeTypeString, index).text, NXString::Locale);
+}
+
+int NXObject::GetIntegerUserAttribute(const NXString& title, int index) {
+    return GetIntegerUserAttribute(title.GetLocaleText(), index);
+}
+int NXObject::GetIntegerUserAttribute(const char* title, int index) {
+    return host::core::FindOrThrow(this, title, AttributeTypeInteger, index).integer;
+}
+
+double NXObject::GetRealUserAttribute(const NXString& title, int index) {
+    return GetRealUserAttribute(title.GetLocaleText(), index);
+}
+double NXObject::GetRealUserAttribute(const char* title, int index) {
+    return host::core::FindOrThrow(this, title, AttributeTypeReal, index).real;
+}
+
+NXString NXObject::GetUserAttributeAsString(const NXString& title, AttributeType type, int index) {
+    return GetUserAttributeAsString(title.GetLocaleText(), type, index);
+}
+NXString NXObject::GetUserAttributeAsString(const char* title, AttributeType type, int index) {
+    return NXString(host::core::ValueText(host::core::FindOrThrow(this, title, type, index)), NXString::Locale);
+}
+
+std::vector<NXObject::AttributeInformation> NXObject::GetUserAttributes() {
+    std::vector<AttributeInformation> all;
+    for (const Attribute& a : DataOf(this).attributes.All()) all.push_back(host::core::Information(a));
+    return all;
+}
+
+void NXObject::DeleteUserAttribute(AttributeType type, const NXString& title, bool deleteEntireArray, Update::Option option) {
+    DeleteUserAttribute(type, title.GetLocaleText(), deleteEntireArray, option);
+}
+// Deleting an attribute that does not exist is not an error.
+void NXObject::DeleteUserAttribute(AttributeType type, const char* title, bool, Update::Option) {
+    DataOf(this).attributes.Remove(title == nullptr ? "" : title, type);
+}
+
+void NXObject::DeleteUserAttributes(AttributeType type, Update::Option) { DataOf(this).attributes.RemoveAll(type); }
+
+NXString NXObject::Name() { return NXString(DataOf(this).name, NXString::Locale); }
+void NXObject::SetName(const NXString& name) { SetName(name.GetLocaleText()); }
+void NXObject::SetName(const char* name) { DataOf(this).name = name == nullptr ? "" : name; }
+
+// The host's journal identifier of an object is its tag in decimal.
+NXString NXObject::JournalIdentifier() { return NXString(std::to_string(Tag()), NXString::Locale); }
+bool NXObject::IsOccurrence() { return false; }
+BasePart* NXObject::OwningPart() {
+    host::core::BodyImpl* body = dynamic_cast<host::core::BodyImpl*>(this);
+    return body == nullptr ? nullptr : body->part;
+}
+
+NXObject::NXObject() = default;
+NXObject::~NXObject() = default;
+
+}  // namespace NXOpen
+
+// ---------------------------------------------------------------------------------------------
+// UF_ATTR: the older attribute calls, on a body or on a part given by its tag.
+
+namespace {
+
+using namespace host::core;
+using NXOpen::NXObject;
+
+ObjectData* ObjectByTag(tag_t tag) {
+    NXObject* object = dynamic_cast<NXObject*>(host::Tags::Find(tag));
+    return object == nullptr ? nullptr : dynamic_cast<ObjectData*>(object);
+}
+
+// NX Open type of a UF_ATTR_* type; AttributeTypeInvalid for one the host does not keep.
+NXObject::AttributeType OpenType(int ufType) {
+    switch (ufType) {
+    case UF_ATTR_integer: return NXObject::AttributeTypeInteger;
+    case UF_ATTR_real: return NXObject::AttributeTypeReal;
+    case UF_ATTR_time: return NXObject::AttributeTypeTime;
+    case UF_ATTR_null: return NXObject::AttributeTypeNull;
+    case UF_ATTR_string: return NXObject::AttributeTypeString;
+    case UF_ATTR_any: return NXObject::AttributeTypeAny;
+    case UF_ATTR_bool: return NXObject::AttributeTypeBoolean;
+    default: return NXObject::AttributeTypeInvalid;
+    }
+}
+
+int UfType(NXObject::AttributeType type) {
+    switch (type) {
+    case NXObject::AttributeTypeInteger: return UF_ATTR_integer;
+    case NXObject::AttributeTypeReal: return UF_ATTR_real;
+    case NXObject::AttributeTypeTime: return UF_ATTR_time;
+    case NXObject::AttributeTypeNull: return UF_ATTR_null;
+    case NXObject::AttributeTypeBoolean: return UF_ATTR_bool;
+    default: return UF_ATTR_string;
+    }
+}
+
+char* CopyForCaller(const std::string& text) {
+    char* copy = static_cast<char*>(std::malloc(text.size() + 1));
+    std::memcpy(copy, text.c_str(), text.size() + 1);
+    return copy;
+}
+
+}  // namespace
+
+extern "C" {
+
+// A missing attribute (or one of another type than a specific type asked for) gives
+// value->type 0 and success. A string read with UF_ATTR_any, or with UF_ATTR_string into a NULL
+// value.string, is allocated for the caller (UF_free); with UF_ATTR_string into a buffer, at
+// most UF_ATTR_MAX_STRING_LEN bytes and a NUL are copied into it.
+int UF_ATTR_read_value(tag_t object, char* title, int type, UF_ATTR_value_p_t value) {
+    if (title == nullptr || value == nullptr) return kUfNullArgument;
+    ObjectData* data = ObjectByTag(object);
+    if (data == nullptr) return host::Tags::Find(object) == nullptr ? kUfBadTag : kUfNotAttributeOwner;
+    NXObject::AttributeType openType = OpenType(type);
+    if (openType == NXObject::AttributeTypeInvalid) return kUfBadAttributeType;
+    const Attribute* a = data->attributes.Find(title, openType);
+    if (a == nullptr) {
+        value->type = 0;
+        return 0;
+    }
+    value->type = UfType(a->type);
+    switch (a->type) {
+    case NXObject::AttributeTypeInteger: value->value.integer = a->integer; break;
+    case NXObject::AttributeTypeReal: value->value.real = a->real; break;
+    case NXObject::AttributeTypeBoolean: value->value.boolean = a->boolean; break;
+    case NXObject::AttributeTypeTime:  // the host keeps time values as text only
+        value->value.time[0] = 0;
+        value->value.time[1] = 0;
+        break;
+    case NXObject::AttributeTypeString:
+        if (type == UF_ATTR_string && value->value.string != nullptr) {
+            std::strncpy(value->value.string, a->text.c_str(), UF_ATTR_MAX_STRING_LEN);
+            value->value.string[UF_ATTR_MAX_STRING_LEN] = '\0';
+        } else {
+            value->value.string = CopyForCaller(a->text);
+        }
+        break;
+    default: break;
+    }
+    return 0;
+}
+
+// Creates or replaces (whatever its type) the attribute of that title. A title longer than
+// UF_ATTR_MAX_TITLE_LEN bytes or a string longer than UF_ATTR_MAX_STRING_LEN bytes is refused
+// with an error code and nothing is written.
+int UF_ATTR_assign(tag_t object, char* title, UF_ATTR_value_t value) {
+    if (title == nullptr) return kUfNullArgument;
+    size_t titleLength = std::strlen(title);
+    if (titleLength == 0) return kUfEmptyTitle;
+    if (titleLength > UF_ATTR_MAX_TITLE_LEN) return kUfTitleTooLong;
+    ObjectData* data = ObjectByTag(object);
+    if (data == nullptr) return host::Tags::Find(object) == nullptr ? kUfBadTag : kUfNotAttributeOwner;
+    Attribute a;
+    a.title = title;
+    switch (value.type) {
+    case UF_ATTR_integer:
+        a.type = NXObject::AttributeTypeInteger;
+        a.integer = value.value.integer;
+        break;
+    case UF_ATTR_real:
+        a.type = NXObject::AttributeTypeReal;
+        a.real = value.value.real;
+        break;
+    case UF_ATTR_null: a.type = NXObject::AttributeTypeNull; break;
+    case UF_ATTR_bool:
+        a.type = NXObject::AttributeTypeBoolean;
+        a.boolean = value.value.boolean;
+        break;
+    case UF_ATTR_string:
+        if (value.value.string == nullptr) return kUfNullArgument;
+        if (std::strlen(value.value.string) > UF_ATTR_MAX_STRING_LEN) return kUfValueTooLong;
+        a.type = NXObject::AttributeTypeString;
+        a.text = value.value.string;
+        break;
+    default: return kUfBadAttributeType;  // time and reference values are not kept by the host
+    }
+    data->attributes.Set(a);
+    return 0;
+}
+
+}  // extern "C"

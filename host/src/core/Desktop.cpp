@@ -1,0 +1,82 @@
+// The desktop services the host gives the plug-in on POSIX (platform/Desktop.h): the local
+// clock, which tests pin, and opening a file with its associated program, which is recorded
+// and really done (xdg-open) only when the runner asks for it.
+#include <cctype>
+#include <cstdlib>
+#include <ctime>
+#include <string>
+
+#include <spawn.h>
+#include <sys/wait.h>
+
+#include "Driver.hpp"
+#include "HostSession.hpp"
+#include "core/Core.hpp"
+#include "platform/Desktop.h"
+
+extern char** environ;
+
+namespace {
+
+// The plug-in names a Windows path (GBK, "D:\out\A100.xls"): a drive letter goes through the
+// drive table VORNADEL_DRIVES ("D=/srv/d;E=/mnt/e"), as the platform layer maps paths for files;
+// anything else is used as it stands.
+std::string PathToOpen(const std::string& windowsPath) {
+    std::string path = host::GbkToUtf8(windowsPath);
+    for (char& c : path)
+        if (c == '\\') c = '/';
+    const char* table = std::getenv("VORNADEL_DRIVES");
+    if (path.size() < 2 || path[1] != ':' || table == nullptr) return path;
+    const std::string drives = table;
+    const char letter = static_cast<char>(std::toupper(static_cast<unsigned char>(path[0])));
+    std::string root;
+    for (size_t start = 0; start <= drives.size();) {
+        size_t end = drives.find(';', start);
+        if (end == std::string::npos) end = drives.size();
+        const std::string entry = drives.substr(start, end - start);
+        if (entry.size() > 2 && entry[1] == '=' && std::toupper(static_cast<unsigned char>(entry[0])) == letter)
+            root = entry.substr(2);
+        start = end + 1;
+    }
+    return root.empty() ? path : root + path.substr(2);
+}
+
+void OpenWithXdgOpen(const std::string& path) {
+    pid_t child = 0;
+    char program[] = "xdg-open";
+    std::string argument = path;
+    char* argv[] = {program, argument.data(), nullptr};
+    if (posix_spawnp(&child, program, nullptr, nullptr, argv, environ) == 0) waitpid(child, nullptr, 0);
+}
+
+}  // namespace
+
+namespace platform {
+
+LocalTime GetLocalTime() {
+    const auto& pinned = host::core::State().pinnedClock;
+    if (pinned) return *pinned;
+    timespec now{};
+    clock_gettime(CLOCK_REALTIME, &now);
+    std::tm local{};
+    localtime_r(&now.tv_sec, &local);
+    return LocalTime{local.tm_year + 1900, local.tm_mon + 1, local.tm_mday, local.tm_hour,
+                     local.tm_min,         local.tm_sec,     static_cast<int>(now.tv_nsec / 1000000)};
+}
+
+void OpenWithAssociatedProgram(const std::string& path) {
+    host::core::SessionState& state = host::core::State();
+    state.openedFiles.push_back(path);
+    if (state.reallyOpenFiles) OpenWithXdgOpen(PathToOpen(path));
+}
+
+}  // namespace platform
+
+namespace host {
+
+void PinClock(const platform::LocalTime& time) { core::State().pinnedClock = time; }
+void UnpinClock() { core::State().pinnedClock.reset(); }
+const std::vector<std::string>& OpenedFiles() { return core::State().openedFiles; }
+void SetReallyOpenFiles(bool reallyOpen) { core::State().reallyOpenFiles = reallyOpen; }
+
+}  // namespace host

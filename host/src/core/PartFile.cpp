@@ -1,0 +1,533 @@
+// Part files (*.part.json, docs/part-file.md): loading one as the work part and saving the work
+// part back. The file is UTF-8 JSON; the model holds GBK. Every error names the file and the
+// place (a JSON path, or line and column for a syntax error); a failed load leaves the session
+// as it was, and a save goes through a temporary file so that a failed save leaves the old file.
+#include <cerrno>
+#include <climits>
+#include <cmath>
+#include <cstdio>
+#include <cstring>
+#include <filesystem>
+#include <fstream>
+#include <map>
+#include <set>
+#include <sstream>
+
+#include <unistd.h>
+
+#include <nlohmann/json.hpp>
+
+#include "Driver.hpp"
+#include "HostSession.hpp"
+#include "core/Core.hpp"
+#include "core/Model.hpp"
+
+namespace host {
+namespace {
+
+using Json = nlohmann::ordered_json;
+using core::Attribute;
+using core::BodyImpl;
+using core::PartImpl;
+using NXOpen::NXObject;
+
+const char kFormat[] = "vornadel-part/1";
+constexpr long long kLastFileTag = 0x7FFFFFFF;  // fresh tags of other objects start above
+
+const char* const kStateNames[] = {"work", "selectable", "visible", "invisible"};  // by Layer::State
+
+// ---------------------------------------------------------------------------------------------
+// Places in the file
+
+bool IsIdentifier(const std::string& key) {
+    if (key.empty() || std::isdigit(static_cast<unsigned char>(key[0]))) return false;
+    for (char c : key)
+        if (!std::isalnum(static_cast<unsigned char>(c)) && c != '_') return false;
+    return true;
+}
+
+// The JSON path of a member of path: "bodies[3].layer", "attributes[\"名称\"]".
+std::string Member(const std::string& path, const std::string& key) {
+    if (IsIdentifier(key)) return path.empty() ? key : path + "." + key;
+    return path + "[" + Json(key).dump() + "]";
+}
+
+std::string Element(const std::string& path, size_t index) { return path + "[" + std::to_string(index) + "]"; }
+
+// Finds the first key that an object of the file repeats (JSON allows it; nlohmann keeps one of
+// the values silently, which would lose data), while the parser reads the file.
+class DuplicateKeyFinder {
+public:
+    bool operator()(int, Json::parse_event_t event, Json& parsed) {
+        switch (event) {
+        case Json::parse_event_t::object_start: frames_.emplace_back(false); break;
+        case Json::parse_event_t::array_start: frames_.emplace_back(true); break;
+        case Json::parse_event_t::key: {
+            Frame& frame = frames_.back();
+            frame.key = parsed.get<std::string>();
+            if (!frame.keys.insert(frame.key).second && duplicate_.empty()) duplicate_ = Path();
+            break;
+        }
+        case Json::parse_event_t::object_end:
+        case Json::parse_event_t::array_end:
+            frames_.pop_back();
+            ElementDone();
+            break;
+        case Json::parse_event_t::value: ElementDone(); break;
+        }
+        return true;
+    }
+
+    // The path of the first repeated key; "" when there is none.
+    const std::string& Duplicate() const { return duplicate_; }
+
+private:
+    struct Frame {
+        explicit Frame(bool isArray) : array(isArray) {}
+        bool array;
+        size_t index = 0;
+        std::string key;
+        std::set<std::string> keys;
+    };
+
+    void ElementDone() {
+        if (!frames_.empty() && frames_.back().array) ++frames_.back().index;
+    }
+
+    std::string Path() const {
+        std::string path;
+        for (const Frame& frame : frames_) path = frame.array ? Element(path, frame.index) : Member(path, frame.key);
+        return path;
+    }
+
+    std::vector<Frame> frames_;
+    std::string duplicate_;
+};
+
+// ---------------------------------------------------------------------------------------------
+// Loading
+
+class Loader {
+public:
+    explicit Loader(const std::string& file) : file_(file) {}
+
+    std::unique_ptr<PartImpl> Load() {
+        const Json root = Parse(Read());
+        if (!root.is_object()) Fail("", "the file must hold one JSON object");
+        Keys(root, "", {"format", "leaf", "attributes", "work_layer", "layer_states", "bodies"});
+
+        const Json& format = Required(root, "", "format");
+        if (!format.is_string() || format.get<std::string>() != kFormat)
+            Fail("format", format.dump() + " is not \"" + kFormat + "\"");
+
+        auto part = std::make_unique<PartImpl>();
+        part->leaf = Text(Required(root, "", "leaf"), "leaf");
+        if (part->leaf.empty()) Fail("leaf", "the leaf name is empty");
+        part->fullPath = Utf8ToGbk(std::filesystem::absolute(file_).lexically_normal().string());
+        if (root.contains("attributes")) ReadAttributes(root["attributes"], "attributes", part->attributes);
+
+        int work = root.contains("work_layer") ? Layer(root["work_layer"], "work_layer") : 1;
+        part->layers.MakeWork(work);
+        if (root.contains("layer_states")) ReadLayerStates(root["layer_states"], *part);
+
+        if (root.contains("bodies")) {
+            const Json& bodies = root["bodies"];
+            if (!bodies.is_array()) Fail("bodies", "must be an array of bodies");
+            std::map<long long, size_t> tags;
+            for (size_t i = 0; i < bodies.size(); ++i) {
+                std::string path = Element("bodies", i);
+                part->bodies.push_back(ReadBody(bodies[i], path, part.get()));
+                auto seen = tags.emplace(part->bodies.back()->fileTag, i);
+                if (!seen.second)
+                    Fail(path + ".tag", std::to_string(seen.first->first) + " is also the tag of " +
+                                            Element("bodies", seen.first->second));
+            }
+        }
+        return part;
+    }
+
+private:
+    [[noreturn]] void Fail(const std::string& path, const std::string& what) const {
+        throw PartFileError(file_ + ": " + (path.empty() ? std::string() : path + ": ") + what);
+    }
+
+    std::string Read() const {
+        std::ifstream in(file_, std::ios::binary);
+        if (!in) throw PartFileError(file_ + ": cannot be read: " + std::strerror(errno));
+        std::ostringstream bytes;
+        bytes << in.rdbuf();
+        return bytes.str();
+    }
+
+    Json Parse(const std::string& text) const {
+        DuplicateKeyFinder duplicates;
+        Json root;
+        try {
+            root = Json::parse(text, std::ref(duplicates));
+        } catch (const Json::parse_error& e) {
+            throw PartFileError(file_ + ":" + LineAndColumn(text, e.byte) + ": " + Reason(e.what()));
+        }
+        if (!duplicates.Duplicate().empty()) Fail(duplicates.Duplicate(), "the key appears twice");
+        return root;
+    }
+
+    // "3:14": line and column (from 1; the column counts bytes) of the byte at position
+    // (nlohmann's byte count, 1 for the first byte).
+    static std::string LineAndColumn(const std::string& text, size_t position) {
+        size_t line = 1, column = 1;
+        for (size_t i = 0; i + 1 < position && i < text.size(); ++i) {
+            if (text[i] == '\n') {
+                ++line;
+                column = 1;
+            } else {
+                ++column;
+            }
+        }
+        return std::to_string(line) + ":" + std::to_string(column);
+    }
+
+    // nlohmann's "[json.exception.parse_error.101] parse error at line 1, column 5: syntax
+    // error ..." without the parts the message already has.
+    static std::string Reason(const std::string& what) {
+        size_t colon = what.find(": ");
+        return colon == std::string::npos ? what : what.substr(colon + 2);
+    }
+
+    void Keys(const Json& object, const std::string& path, std::initializer_list<const char*> allowed) const {
+        for (auto it = object.begin(); it != object.end(); ++it) {
+            bool known = false;
+            for (const char* key : allowed) known = known || it.key() == key;
+            if (!known) Fail(Member(path, it.key()), "unknown key");
+        }
+    }
+
+    const Json& Required(const Json& object, const std::string& path, const char* key) const {
+        if (!object.contains(key)) Fail(Member(path, key), "missing");
+        return object[key];
+    }
+
+    // A JSON string as GBK.
+    std::string Text(const Json& value, const std::string& path) const {
+        if (!value.is_string()) Fail(path, value.dump() + " is not a string");
+        try {
+            return Utf8ToGbkStrict(value.get<std::string>());
+        } catch (const std::runtime_error& e) {
+            Fail(path, std::string("text not representable in GBK: ") + e.what());
+        }
+    }
+
+    long long Integer(const Json& value, const std::string& path, long long low, long long high) const {
+        if (!value.is_number_integer()) Fail(path, value.dump() + " is not an integer");
+        if (value.is_number_unsigned() && value.get<unsigned long long>() > static_cast<unsigned long long>(high))
+            Fail(path, value.dump() + " is outside " + std::to_string(low) + ".." + std::to_string(high));
+        long long n = value.get<long long>();
+        if (n < low || n > high)
+            Fail(path, value.dump() + " is outside " + std::to_string(low) + ".." + std::to_string(high));
+        return n;
+    }
+
+    int Layer(const Json& value, const std::string& path) const {
+        return static_cast<int>(Integer(value, path, 1, 256));
+    }
+
+    double Number(const Json& value, const std::string& path) const {
+        if (!value.is_number()) Fail(path, value.dump() + " is not a number");
+        return value.get<double>();
+    }
+
+    double Size(const Json& object, const std::string& path, const char* key) const {
+        std::string place = Member(path, key);
+        double size = Number(Required(object, path, key), place);
+        if (!(size > 0)) Fail(place, object[key].dump() + " is not a positive size");
+        return size;
+    }
+
+    bool Flag(const Json& value, const std::string& path) const {
+        if (!value.is_boolean()) Fail(path, value.dump() + " is not true or false");
+        return value.get<bool>();
+    }
+
+    core::Vec3 Triple(const Json& value, const std::string& path) const {
+        if (!value.is_array() || value.size() != 3) Fail(path, "must be an array of three numbers");
+        return {Number(value[0], Element(path, 0)), Number(value[1], Element(path, 1)), Number(value[2], Element(path, 2))};
+    }
+
+    // "title": "text" | {"integer": n} | {"real": x} | {"boolean": b} | {"time": "text"} | null
+    void ReadAttributes(const Json& attributes, const std::string& path, core::AttributeList& list) const {
+        if (!attributes.is_object()) Fail(path, "must be an object of attributes");
+        for (auto it = attributes.begin(); it != attributes.end(); ++it) {
+            std::string place = Member(path, it.key());
+            Attribute a;
+            try {
+                a.title = Utf8ToGbkStrict(it.key());
+            } catch (const std::runtime_error& e) {
+                Fail(place, std::string("title not representable in GBK: ") + e.what());
+            }
+            if (a.title.empty()) Fail(place, "the attribute title is empty");
+            const Json& value = it.value();
+            if (value.is_string()) {
+                a.type = NXObject::AttributeTypeString;
+                a.text = Text(value, place);
+            } else if (value.is_null()) {
+                a.type = NXObject::AttributeTypeNull;
+            } else if (value.is_object() && value.size() == 1) {
+                const std::string kind = value.begin().key();
+                const Json& v = value.begin().value();
+                const std::string vplace = Member(place, kind);
+                if (kind == "integer") {
+                    a.type = NXObject::AttributeTypeInteger;
+                    a.integer = static_cast<int>(Integer(v, vplace, INT_MIN, INT_MAX));
+                } else if (kind == "real") {
+                    a.type = NXObject::AttributeTypeReal;
+                    a.real = Number(v, vplace);
+                } else if (kind == "boolean") {
+                    a.type = NXObject::AttributeTypeBoolean;
+                    a.boolean = Flag(v, vplace);
+                } else if (kind == "time") {
+                    a.type = NXObject::AttributeTypeTime;
+                    a.text = Text(v, vplace);
+                } else {
+                    Fail(vplace, "not an attribute type (integer, real, boolean, time)");
+                }
+            } else {
+                Fail(place, value.dump() + " is not an attribute value (a string, null, or one of "
+                                          "{\"integer\": n}, {\"real\": x}, {\"boolean\": b}, {\"time\": \"...\"})");
+            }
+            list.Set(a);
+        }
+    }
+
+    void ReadLayerStates(const Json& states, PartImpl& part) const {
+        const std::string path = "layer_states";
+        if (!states.is_object()) Fail(path, "must be an object of layer states");
+        for (auto it = states.begin(); it != states.end(); ++it) {
+            std::string place = Member(path, it.key());
+            const std::string& key = it.key();
+            bool decimal = !key.empty() && key.size() <= 3 && key[0] != '0';
+            for (char c : key) decimal = decimal && std::isdigit(static_cast<unsigned char>(c));
+            if (!decimal || !core::IsLayerNumber(std::stoi(key))) Fail(place, "not a layer number 1..256");
+            int layer = std::stoi(key);
+            if (layer == part.layers.work) Fail(place, "layer " + key + " is the work layer (work_layer)");
+            const Json& state = it.value();
+            std::string name = state.is_string() ? state.get<std::string>() : std::string();
+            if (name == "selectable") part.layers.states[layer] = NXOpen::Layer::StateSelectable;
+            else if (name == "visible") part.layers.states[layer] = NXOpen::Layer::StateVisible;
+            else if (name == "invisible") part.layers.states[layer] = NXOpen::Layer::StateHidden;
+            else Fail(place, state.dump() + " is not a layer state (selectable, visible, invisible)");
+        }
+    }
+
+    std::unique_ptr<BodyImpl> ReadBody(const Json& entry, const std::string& path, PartImpl* part) const {
+        if (!entry.is_object()) Fail(path, "must be an object");
+        Keys(entry, path, {"tag", "name", "layer", "color", "blanked", "highlighted", "attributes", "solid", "at", "rotate"});
+        auto body = std::make_unique<BodyImpl>(part);
+        body->fileTag = static_cast<tag_t>(Integer(Required(entry, path, "tag"), Member(path, "tag"), 1, kLastFileTag));
+        if (entry.contains("name")) body->name = Text(entry["name"], Member(path, "name"));
+        body->layer = Layer(Required(entry, path, "layer"), Member(path, "layer"));
+        body->color = static_cast<int>(Integer(Required(entry, path, "color"), Member(path, "color"), 1, 216));
+        if (entry.contains("blanked")) body->blanked = Flag(entry["blanked"], Member(path, "blanked"));
+        if (entry.contains("highlighted")) body->highlighted = Flag(entry["highlighted"], Member(path, "highlighted"));
+        if (entry.contains("attributes")) ReadAttributes(entry["attributes"], Member(path, "attributes"), body->attributes);
+        body->solid = ReadSolid(Required(entry, path, "solid"), Member(path, "solid"));
+        if (entry.contains("at")) body->placement.at = Triple(entry["at"], Member(path, "at"));
+        if (entry.contains("rotate")) body->placement.rotate = Triple(entry["rotate"], Member(path, "rotate"));
+        return body;
+    }
+
+    core::CylinderSection Section(const Json& entry, const std::string& path) const {
+        if (!entry.is_object()) Fail(path, "must be an object {\"d\": ..., \"l\": ...}");
+        Keys(entry, path, {"d", "l"});
+        return core::CylinderSection{Size(entry, path, "d"), Size(entry, path, "l")};
+    }
+
+    core::Solid ReadSolid(const Json& entry, const std::string& path) const {
+        if (!entry.is_object()) Fail(path, "must be an object with a shape");
+        const Json& shape = Required(entry, path, "shape");
+        core::Solid solid;
+        std::string name = shape.is_string() ? shape.get<std::string>() : std::string();
+        if (name == "box") {
+            Keys(entry, path, {"shape", "x", "y", "z"});
+            solid.shape = core::Solid::Shape::Box;
+            solid.size = {Size(entry, path, "x"), Size(entry, path, "y"), Size(entry, path, "z")};
+        } else if (name == "cylinder") {
+            Keys(entry, path, {"shape", "d", "l"});
+            solid.shape = core::Solid::Shape::Cylinder;
+            solid.sections.push_back(core::CylinderSection{Size(entry, path, "d"), Size(entry, path, "l")});
+        } else if (name == "stack") {
+            Keys(entry, path, {"shape", "parts"});
+            solid.shape = core::Solid::Shape::Stack;
+            const Json& parts = Required(entry, path, "parts");
+            std::string place = Member(path, "parts");
+            if (!parts.is_array() || parts.empty()) Fail(place, "must be a non-empty array of {\"d\": ..., \"l\": ...}");
+            for (size_t i = 0; i < parts.size(); ++i) solid.sections.push_back(Section(parts[i], Element(place, i)));
+        } else {
+            Fail(Member(path, "shape"), shape.dump() + " is not a shape (box, cylinder, stack)");
+        }
+        return solid;
+    }
+
+    std::string file_;
+};
+
+// ---------------------------------------------------------------------------------------------
+// Saving, in the canonical form of docs/part-file.md
+
+class Writer {
+public:
+    explicit Writer(const std::string& file) : file_(file) {}
+
+    std::string Write(const PartImpl& part) {
+        out_ << "{\n";
+        out_ << "  \"format\": " << Json(kFormat).dump() << ",\n";
+        out_ << "  \"leaf\": " << String(part.leaf, "leaf") << ",\n";
+        out_ << "  \"attributes\": ";
+        WriteAttributes(part.attributes, "attributes", "  ");
+        out_ << ",\n";
+        out_ << "  \"work_layer\": " << part.layers.work << ",\n";
+        out_ << "  \"layer_states\": ";
+        std::vector<int> listed;
+        for (int layer = 1; layer <= 256; ++layer)
+            if (layer != part.layers.work && part.layers.states[layer] != NXOpen::Layer::StateSelectable)
+                listed.push_back(layer);
+        if (listed.empty()) {
+            out_ << "{}";
+        } else {
+            out_ << "{\n";
+            for (size_t i = 0; i < listed.size(); ++i)
+                out_ << "    \"" << listed[i] << "\": \"" << kStateNames[part.layers.states[listed[i]]] << "\""
+                     << (i + 1 < listed.size() ? ",\n" : "\n");
+            out_ << "  }";
+        }
+        out_ << ",\n";
+        out_ << "  \"bodies\": ";
+        if (part.bodies.empty()) {
+            out_ << "[]";
+        } else {
+            out_ << "[\n";
+            for (size_t i = 0; i < part.bodies.size(); ++i) {
+                WriteBody(*part.bodies[i], Element("bodies", i));
+                out_ << (i + 1 < part.bodies.size() ? ",\n" : "\n");
+            }
+            out_ << "  ]";
+        }
+        out_ << "\n}\n";
+        return out_.str();
+    }
+
+private:
+    // GBK text as a JSON string. Bytes that are not GBK (the plug-in's mistake) are refused, not
+    // replaced: a save never changes text silently.
+    std::string String(const std::string& gbk, const std::string& path) const {
+        std::string utf8 = GbkToUtf8(gbk);
+        if (Utf8ToGbk(utf8) != gbk) throw PartFileError(file_ + ": " + path + ": the text is not valid GBK");
+        return Json(utf8).dump();
+    }
+
+    // Integral values as integers ("20", not "20.0"), others in their shortest exact form.
+    static std::string Number(double value) {
+        if (value == 0) return "0";  // also -0
+        if (std::fabs(value) < 1e15 && value == std::floor(value)) return std::to_string(static_cast<long long>(value));
+        return core::ShortestReal(value);
+    }
+
+    static std::string Triple(const core::Vec3& v) {
+        return "[" + Number(v[0]) + ", " + Number(v[1]) + ", " + Number(v[2]) + "]";
+    }
+
+    void WriteAttributes(const core::AttributeList& list, const std::string& path, const std::string& indent) {
+        const std::vector<Attribute>& all = list.All();
+        if (all.empty()) {
+            out_ << "{}";
+            return;
+        }
+        out_ << "{\n";
+        for (size_t i = 0; i < all.size(); ++i) {
+            const Attribute& a = all[i];
+            std::string place = Member(path, GbkToUtf8(a.title));
+            out_ << indent << "  " << String(a.title, place) << ": ";
+            switch (a.type) {
+            case NXObject::AttributeTypeString: out_ << String(a.text, place); break;
+            case NXObject::AttributeTypeNull: out_ << "null"; break;
+            case NXObject::AttributeTypeInteger: out_ << "{\"integer\": " << a.integer << "}"; break;
+            case NXObject::AttributeTypeReal: out_ << "{\"real\": " << Number(a.real) << "}"; break;
+            case NXObject::AttributeTypeBoolean: out_ << "{\"boolean\": " << (a.boolean ? "true" : "false") << "}"; break;
+            default: out_ << "{\"time\": " << String(a.text, place) << "}"; break;
+            }
+            out_ << (i + 1 < all.size() ? ",\n" : "\n");
+        }
+        out_ << indent << "}";
+    }
+
+    void WriteBody(const BodyImpl& body, const std::string& path) {
+        const std::string indent = "      ";
+        out_ << "    {\n";
+        out_ << indent << "\"tag\": " << body.Tag() << ",\n";
+        if (!body.name.empty()) out_ << indent << "\"name\": " << String(body.name, path + ".name") << ",\n";
+        out_ << indent << "\"layer\": " << body.layer << ",\n";
+        out_ << indent << "\"color\": " << body.color << ",\n";
+        out_ << indent << "\"blanked\": " << (body.blanked ? "true" : "false") << ",\n";
+        if (body.highlighted) out_ << indent << "\"highlighted\": true,\n";
+        out_ << indent << "\"attributes\": ";
+        WriteAttributes(body.attributes, path + ".attributes", indent);
+        out_ << ",\n";
+        out_ << indent << "\"solid\": " << Solid(body.solid) << ",\n";
+        out_ << indent << "\"at\": " << Triple(body.placement.at) << ",\n";
+        out_ << indent << "\"rotate\": " << Triple(body.placement.rotate) << "\n";
+        out_ << "    }";
+    }
+
+    static std::string Solid(const core::Solid& solid) {
+        switch (solid.shape) {
+        case core::Solid::Shape::Box:
+            return "{\"shape\": \"box\", \"x\": " + Number(solid.size[0]) + ", \"y\": " + Number(solid.size[1]) +
+                   ", \"z\": " + Number(solid.size[2]) + "}";
+        case core::Solid::Shape::Cylinder:
+            return "{\"shape\": \"cylinder\", \"d\": " + Number(solid.sections[0].d) +
+                   ", \"l\": " + Number(solid.sections[0].l) + "}";
+        default: {
+            std::string text = "{\"shape\": \"stack\", \"parts\": [";
+            for (size_t i = 0; i < solid.sections.size(); ++i)
+                text += (i > 0 ? ", " : "") + std::string("{\"d\": ") + Number(solid.sections[i].d) +
+                        ", \"l\": " + Number(solid.sections[i].l) + "}";
+            return text + "]}";
+        }
+        }
+    }
+
+    std::string file_;
+    std::ostringstream out_;
+};
+
+}  // namespace
+
+NXOpen::Part* LoadWorkPart(const std::string& path) {
+    std::unique_ptr<PartImpl> part = Loader(path).Load();
+    core::SessionState& state = core::State();
+    state.workPart.reset();  // frees the old bodies' tags, which the new part may reuse
+    for (const auto& body : part->bodies) Tags::Assign(body.get(), body->fileTag);
+    state.workPart = std::move(part);
+    return state.workPart.get();
+}
+
+void SaveWorkPart(const std::string& path) {
+    const PartImpl* part = core::WorkPartImpl();
+    if (part == nullptr) throw PartFileError(path + ": there is no work part to save");
+    const std::string text = Writer(path).Write(*part);
+    const std::string temporary = path + ".saving-" + std::to_string(getpid());
+    {
+        std::ofstream out(temporary, std::ios::binary | std::ios::trunc);
+        out << text;
+        out.close();
+        if (!out) {
+            std::remove(temporary.c_str());
+            throw PartFileError(path + ": cannot be written: " + std::strerror(errno));
+        }
+    }
+    if (std::rename(temporary.c_str(), path.c_str()) != 0) {
+        int error = errno;
+        std::remove(temporary.c_str());
+        throw PartFileError(path + ": cannot be written: " + std::strerror(error));
+    }
+}
+
+}  // namespace host

@@ -1,0 +1,196 @@
+// The session: the one NX session object, its environment, the work part, the listing window,
+// model-update counting and the start-up calls of the user-function library.
+#include <cstdlib>
+#include <cstring>
+
+#include <NXOpen/ListingWindow.hxx>
+#include <NXOpen/NXException.hxx>
+#include <NXOpen/PartCollection.hxx>
+#include <NXOpen/Session.hxx>
+#include <NXOpen/Update.hxx>
+#include <uf.h>
+#include <uf_modl.h>
+
+#include "Driver.hpp"
+#include "HostSession.hpp"
+#include "core/Core.hpp"
+#include "core/Model.hpp"
+#include "core/UfErrors.hpp"
+
+namespace host::core {
+namespace {
+
+class PartCollectionImpl : public NXOpen::PartCollection {
+public:
+    PartCollectionImpl() : tag(ReserveTag()) {}
+    tag_t tag;
+};
+
+class ListingWindowImpl : public NXOpen::ListingWindow {
+public:
+    ListingWindowImpl() : tag(ReserveTag()) {}
+    tag_t tag;
+};
+
+class UpdateImpl : public NXOpen::Update {
+public:
+    UpdateImpl() : tag(ReserveTag()) {}
+    tag_t tag;
+};
+
+class SessionImpl : public NXOpen::Session {
+public:
+    PartCollectionImpl parts;
+    ListingWindowImpl listing;
+    UpdateImpl update;
+};
+
+}  // namespace
+
+SessionState& State() {
+    static SessionState* state = new SessionState;  // never destroyed, like the session
+    return *state;
+}
+
+PartImpl* WorkPartImpl() { return State().workPart.get(); }
+
+}  // namespace host::core
+
+namespace NXOpen {
+
+using host::core::State;
+
+Session::Session() = default;
+Session::~Session() = default;
+
+Session* Session::GetSession() {
+    static host::core::SessionImpl* session = new host::core::SessionImpl;
+    return session;
+}
+
+PartCollection* Session::Parts() { return &static_cast<host::core::SessionImpl*>(this)->parts; }
+
+NXString Session::GetEnvironmentVariableValue(const NXString& envVaribable) {
+    return GetEnvironmentVariableValue(envVaribable.GetLocaleText());
+}
+
+// An undefined variable gives an empty string, not an error.
+NXString Session::GetEnvironmentVariableValue(const char* envVaribable) {
+    std::optional<std::string> value = host::EnvironmentValue(envVaribable == nullptr ? "" : envVaribable);
+    return NXString(value.value_or(std::string()), NXString::Locale);
+}
+
+ListingWindow* Session::ListingWindow() { return &static_cast<host::core::SessionImpl*>(this)->listing; }
+Update* Session::UpdateManager() { return &static_cast<host::core::SessionImpl*>(this)->update; }
+
+BaseSession::BaseSession() = default;
+BaseSession::~BaseSession() = default;
+
+ListingWindow::ListingWindow() = default;
+ListingWindow::~ListingWindow() = default;
+void ListingWindow::Open() { State().listingOpen = true; }
+void ListingWindow::Close() { State().listingOpen = false; }
+bool ListingWindow::IsOpen() { return State().listingOpen; }
+void ListingWindow::WriteLine(const NXString& msg) { WriteLine(msg.GetLocaleText()); }
+// NX opens the window when a line is written to it.
+void ListingWindow::WriteLine(const char* msg) {
+    State().listingOpen = true;
+    State().listingLines.push_back(msg == nullptr ? "" : msg);
+}
+tag_t ListingWindow::Tag() const { return static_cast<const host::core::ListingWindowImpl*>(this)->tag; }
+
+Update::Update() = default;
+Update::~Update() = default;
+tag_t Update::Tag() const { return static_cast<const host::core::UpdateImpl*>(this)->tag; }
+
+PartCollection::PartCollection() = default;
+PartCollection::~PartCollection() = default;
+
+// NX throws when there is no work part.
+Part* PartCollection::Work() {
+    Part* work = host::core::WorkPartImpl();
+    if (work == nullptr) throw NXException::Create("There is no work part");
+    return work;
+}
+Part* PartCollection::Display() { return host::core::WorkPartImpl(); }
+BasePart* PartCollection::BaseWork() { return host::core::WorkPartImpl(); }
+tag_t PartCollection::Tag() const { return static_cast<const host::core::PartCollectionImpl*>(this)->tag; }
+
+}  // namespace NXOpen
+
+namespace host {
+
+std::optional<std::string> EnvironmentValue(const std::string& name) {
+    const auto& environment = core::State().environment;
+    auto found = environment.find(name);
+    if (found == environment.end()) return std::nullopt;
+    return found->second;
+}
+
+void SetEnvironmentVariable(const std::string& name, const std::string& value) {
+    core::State().environment[name] = value;
+}
+
+void UnsetEnvironmentVariable(const std::string& name) { core::State().environment.erase(name); }
+
+int ModelUpdateCount() { return core::State().modelUpdates; }
+
+void ResetSession() {
+    // The dialogs go first: their nodes and collectors refer to bodies of the work part.
+    ResetUserInterface();
+    core::SessionState& state = core::State();
+    state.workPart.reset();
+    state = core::SessionState();
+}
+
+}  // namespace host
+
+// ---------------------------------------------------------------------------------------------
+// User-function library: start-up, environment, memory, messages, model update.
+
+extern "C" {
+
+int UF_initialize(void) {
+    host::core::State().ufInitialized = true;
+    return 0;
+}
+
+int UF_is_initialized(void) { return host::core::State().ufInitialized ? 1 : 0; }
+
+int UF_terminate(void) {
+    host::core::State().ufInitialized = false;
+    return 0;
+}
+
+// The translation points into the session's own copy of the value: valid until the variable
+// changes or the session is reset; the caller neither frees nor modifies it.
+int UF_translate_variable(const char* variable, char** translation) {
+    if (translation == nullptr) return host::core::kUfNullArgument;
+    *translation = nullptr;
+    if (variable == nullptr) return host::core::kUfNullArgument;
+    auto& environment = host::core::State().environment;
+    auto found = environment.find(variable);
+    if (found != environment.end()) *translation = const_cast<char*>(found->second.c_str());
+    return 0;
+}
+
+void UF_free(void* data) { std::free(data); }
+
+int UF_print_syslog(char* message, logical) {
+    host::core::State().syslogLines.push_back(message == nullptr ? "" : message);
+    return 0;
+}
+
+int UF_get_fail_message(int fail_code, char message[133]) {
+    if (message == nullptr) return host::core::kUfNullArgument;
+    std::strncpy(message, host::core::FailMessage(fail_code), 132);
+    message[132] = '\0';
+    return 0;
+}
+
+int UF_MODL_update(void) {
+    ++host::core::State().modelUpdates;
+    return 0;
+}
+
+}  // extern "C"
