@@ -196,6 +196,11 @@ TEST_F(PartFile, InvalidUtf8IsASyntaxError) {
     EXPECT_TRUE(Contains(message, "bad.part.json:1:")) << "host: the file must be UTF-8";
 }
 
+TEST_F(PartFile, ByteOrderMarkIsAllowed) {
+    EXPECT_EQ("", LoadError("\xEF\xBB\xBF" + std::string(u8R"({"format": "vornadel-part/1", "leaf": "A"})")))
+        << "host: a UTF-8 file may start with a byte-order mark";
+}
+
 TEST_F(PartFile, TopLevelMustBeAnObject) {
     EXPECT_TRUE(Contains(LoadError("[]"), "bad.part.json: the file must hold one JSON object")) << "host";
 }
