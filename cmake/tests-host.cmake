@@ -1,2 +1,4 @@
 # Conformance tests of the host against NX 8.5: one executable for every file of tests/host/.
 vornadel_test(host_tests host nxhost)
+# Driver.hpp speaks of platform::LocalTime (src/platform/Desktop.h).
+target_include_directories(host_tests PRIVATE ${VORNADEL_ROOT}/src)
