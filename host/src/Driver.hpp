@@ -53,7 +53,7 @@ void SetReallyOpenFiles(bool reallyOpen);
 // Part files (*.part.json, see docs/part-file.md)
 
 // A part file that cannot be loaded: what() names the file and the place, e.g.
-// "A100.part.json: bodies[3].layer: 300 is outside 1..256".
+// "A100.part.json: bodies[3].layer: 300 is outside 1..256". The message is UTF-8, like the file.
 class PartFileError : public std::runtime_error {
 public:
     using std::runtime_error::runtime_error;
