@@ -28,6 +28,15 @@ public:
 
     // The candidates whose body is the same solid as this object's body, in candidate order.
     // The candidate list is not changed.
+    //  - flag false: the same solid wherever it lies: equal volume, surface area and principal
+    //    moments of inertia (per unit mass, so the body's density plays no part), each within a
+    //    relative 1e-4 of NX's mass properties. A moved, rotated or mirrored copy matches; a
+    //    screw one size longer does not.
+    //  - flag true: the same solid lying the same way: in addition, the inertia tensor about
+    //    the centroid, in part axes, agrees, so only copies that are moved without being turned
+    //    match (a turn about an axis of symmetry of the solid is not seen).
+    // A candidate wrapping this very body always matches; a body whose mass properties NX cannot
+    // give (not a solid) matches no other body.
     std::vector<BodyInfo*> GetSameBodys(std::vector<BodyInfo*>& candidates, bool flag);
 
     // True, with the value, when the body carries the string attribute title; false otherwise.
@@ -37,7 +46,17 @@ private:
     BodyInfo(const BodyInfo&);
     BodyInfo& operator=(const BodyInfo&);
 
+    // Asks NX for the mass properties once; later comparisons use the stored values.
+    bool MassProperties();
+    bool SameSolid(BodyInfo& other, bool sameOrientation);
+
     NXOpen::Body* body_;
+    bool asked_;            // mass properties asked already
+    bool valid_;            // NX gave them
+    double volume_;
+    double area_;
+    double principal_[3];   // principal moments per unit mass, ascending
+    double central_[6];     // centroidal tensor per unit mass in part axes: xx, yy, zz, xy, yz, zx
 };
 
 #endif
