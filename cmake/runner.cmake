@@ -1,8 +1,17 @@
-# The command-line runner: runs a plug-in on a part file inside the host.
+# The command-line runner: runs a plug-in on a part file inside the host. Everything but main()
+# is a library of its own, so that the runner's tests can call it directly.
 file(GLOB RUNNER_SOURCES CONFIGURE_DEPENDS ${VORNADEL_ROOT}/apps/vornadel-host/*.cpp)
-add_executable(vornadel-host ${RUNNER_SOURCES})
+list(FILTER RUNNER_SOURCES EXCLUDE REGEX "/main\\.cpp$")
+add_library(vornadel-host-core STATIC ${RUNNER_SOURCES})
+vornadel_cxx17(vornadel-host-core)
+target_include_directories(vornadel-host-core
+  PUBLIC ${VORNADEL_ROOT}/apps/vornadel-host ${VORNADEL_ROOT}/host/src ${VORNADEL_ROOT}/src)
+# The bundled samples and dialog file are found in the checkout the runner was built from.
+target_compile_definitions(vornadel-host-core PRIVATE VORNADEL_SOURCE_DIR="${VORNADEL_ROOT}")
+target_link_libraries(vornadel-host-core PUBLIC nxhost ${CMAKE_DL_LIBS})
+
+add_executable(vornadel-host ${VORNADEL_ROOT}/apps/vornadel-host/main.cpp)
 vornadel_cxx17(vornadel-host)
-target_include_directories(vornadel-host PRIVATE ${VORNADEL_ROOT}/host/src ${VORNADEL_ROOT}/apps/vornadel-host)
-target_link_libraries(vornadel-host PRIVATE nxhost)
+target_link_libraries(vornadel-host PRIVATE vornadel-host-core)
 # The runner loads libVornadel.so at run time, as NX loads the DLL; build it with the runner.
 add_dependencies(vornadel-host Vornadel)

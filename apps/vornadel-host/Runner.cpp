@@ -1,0 +1,457 @@
+#include "Runner.hpp"
+
+#include <stdlib.h>
+#include <unistd.h>
+
+#include <filesystem>
+#include <fstream>
+#include <map>
+#include <memory>
+#include <optional>
+#include <sstream>
+
+#include <NXOpen/Selection.hxx>
+
+#include "Driver.hpp"
+#include "HostSession.hpp"
+#include "Output.hpp"
+#include "Plugin.hpp"
+#include "Script.hpp"
+#include "Snapshot.hpp"
+
+#ifndef VORNADEL_SOURCE_DIR
+#define VORNADEL_SOURCE_DIR ""
+#endif
+
+namespace fs = std::filesystem;
+
+namespace runner {
+
+namespace {
+
+// Where commands come from: a parsed script, or the terminal line by line.
+class CommandSource {
+public:
+    virtual ~CommandSource() = default;
+    // The next command; nothing at the end of the input.
+    virtual std::optional<Command> Next() = 0;
+    virtual bool Interactive() const = 0;
+    // "script.txt:3" for messages about a command.
+    virtual std::string Where(const Command& c) const = 0;
+};
+
+class ListSource : public CommandSource {
+public:
+    ListSource(std::vector<Command> commands, std::string name) : commands_(std::move(commands)), name_(std::move(name)) {}
+    std::optional<Command> Next() override {
+        if (next_ >= commands_.size()) return std::nullopt;
+        return commands_[next_++];
+    }
+    bool Interactive() const override { return false; }
+    std::string Where(const Command& c) const override {
+        return name_ + (name_ == "-e" ? " " : ":") + std::to_string(c.line);
+    }
+
+private:
+    std::vector<Command> commands_;
+    std::string name_;
+    size_t next_ = 0;
+};
+
+class TerminalSource : public CommandSource {
+public:
+    TerminalSource(std::istream& in, std::ostream& out, std::ostream& err) : in_(in), out_(out), err_(err) {}
+    std::optional<Command> Next() override {
+        for (;;) {
+            out_ << "vornadel> " << std::flush;
+            std::string line;
+            if (!std::getline(in_, line)) {
+                out_ << '\n';
+                return std::nullopt;
+            }
+            ++lines_;
+            try {
+                std::optional<Command> c = ParseLine(line, lines_);
+                if (c) return c;
+            } catch (const ScriptError& e) {
+                err_ << e.what() << '\n';
+            }
+        }
+    }
+    bool Interactive() const override { return true; }
+    std::string Where(const Command& c) const override { return "input line " + std::to_string(c.line); }
+
+private:
+    std::istream& in_;
+    std::ostream& out_;
+    std::ostream& err_;
+    int lines_ = 0;
+};
+
+// Prints the selection dialogs and opened files the host recorded since the last call.
+class EventLog {
+public:
+    explicit EventLog(Printer& printer) : printer_(printer) {}
+    void Flush() {
+        const std::vector<host::SelectionRequest>& requests = host::SelectionRequests();
+        for (; selections_ < requests.size(); ++selections_) printer_.Selection(requests[selections_]);
+        const std::vector<std::string>& opened = host::OpenedFiles();
+        for (; opened_ < opened.size(); ++opened_) printer_.Opened(opened[opened_]);
+    }
+
+private:
+    Printer& printer_;
+    size_t selections_ = 0;
+    size_t opened_ = 0;
+};
+
+// Runs commands: inside the dialog while it is shown, and the rest after ufusr returned.
+class Executor {
+public:
+    Executor(CommandSource& source, Printer& printer, EventLog& events, std::ostream& err)
+        : source_(source), printer_(printer), events_(events), err_(err) {}
+
+    // The dialog script: runs commands until "close", the end of the input or a failure.
+    void InDialog(host::LiveDialog& dialog) {
+        if (source_.Interactive()) Draw(dialog);
+        while (!stopped_) {
+            std::optional<Command> c = source_.Next();
+            if (!c) {
+                exhausted_ = true;
+                return;
+            }
+            if (!Execute(*c, &dialog)) return;
+            if (source_.Interactive() && !dialog.Closed()) Draw(dialog);
+        }
+    }
+
+    // The commands left once no dialog is shown any more.
+    void AfterDialog() {
+        while (!stopped_ && !exhausted_) {
+            std::optional<Command> c = source_.Next();
+            if (!c) return;
+            Execute(*c, nullptr);
+        }
+    }
+
+    bool Failed() const { return failed_; }
+
+private:
+    // Runs one command; false when the dialog is gone after it (closed, or a failure closed it).
+    bool Execute(const Command& c, host::LiveDialog* dialog) {
+        try {
+            const bool open = Run(c, dialog);
+            events_.Flush();
+            return open;
+        } catch (const ScriptError& e) {
+            events_.Flush();
+            err_ << "vornadel-host: " << source_.Where(c) << ": " << e.what() << '\n';
+            if (source_.Interactive()) return true;
+            // A script stops at its first failing command; its dialog closes as with "close".
+            failed_ = true;
+            stopped_ = true;
+            if (dialog != nullptr) dialog->Close();
+            return false;
+        }
+    }
+
+    static host::LiveDialog& Shown(host::LiveDialog* dialog) {
+        if (dialog == nullptr) throw ScriptError("no dialog is shown");
+        return *dialog;
+    }
+
+    static NXOpen::BlockStyler::Node* Row(host::LiveDialog& dialog, const RowAddress& row) {
+        NXOpen::BlockStyler::Node* node = FindRow(dialog.Tree(), row);
+        if (node == nullptr) throw ScriptError(dialog.Tree() ? "the tree has no row " + RowText(row) : "the dialog has no tree");
+        return node;
+    }
+
+    // Runs a designer's action through the driver. The host refuses what the designer cannot do
+    // (an unknown or hidden block, a text a list does not offer, a body the part lacks) before
+    // anything runs, and the dialog stays open: that is the script's mistake. An exception from
+    // a plug-in handler ends the dialog instead and passes on to the plug-in, as in NX.
+    template <class Action>
+    static auto Act(host::LiveDialog* dialog, Action action) {
+        try {
+            return action();
+        } catch (const std::exception& e) {
+            if (dialog != nullptr && dialog->Closed()) throw;
+            throw ScriptError(e.what());
+        }
+    }
+
+    bool Run(const Command& c, host::LiveDialog* dialog) {
+        switch (c.kind) {
+        case CommandKind::Set:
+            Act(&Shown(dialog), [&] { dialog->SetText(c.blockId, host::Utf8ToGbk(c.text)); });
+            return true;
+        case CommandKind::Press:
+            Act(&Shown(dialog), [&] { dialog->Press(c.blockId); });
+            return true;
+        case CommandKind::Folder:
+            Act(&Shown(dialog), [&] { dialog->PickFolder("nativeFolderBrowser0", host::Utf8ToGbk(c.text)); });
+            return true;
+        case CommandKind::SelectBodies:
+            Act(&Shown(dialog), [&] { dialog->SelectBodies("bodySelect0", c.tags); });
+            return true;
+        case CommandKind::AnswerSelection: {
+            const NXOpen::Selection::Response response = c.answer == SelectionAnswer::Ok ? NXOpen::Selection::ResponseOk
+                                                         : c.answer == SelectionAnswer::Cancel
+                                                             ? NXOpen::Selection::ResponseCancel
+                                                             : NXOpen::Selection::ResponseBack;
+            Act(nullptr, [&] { host::QueueSelectionAnswer(response, c.tags); });
+            return dialog != nullptr;
+        }
+        case CommandKind::Click: {
+            NXOpen::BlockStyler::Node* node = Row(Shown(dialog), c.row);
+            Act(dialog, [&] { dialog->Click(node, c.column); });
+            return true;
+        }
+        case CommandKind::Edit: {
+            NXOpen::BlockStyler::Node* node = Row(Shown(dialog), c.row);
+            if (!Act(dialog, [&] { return dialog->Edit(node, c.column, host::Utf8ToGbk(c.text)); })) {
+                printer_.EditRefused(c.row, c.column, c.text);
+            }
+            return true;
+        }
+        case CommandKind::Menu: {
+            NXOpen::BlockStyler::Node* node = Row(Shown(dialog), c.row);
+            std::string refused = "missing";
+            for (const host::LiveDialog::MenuItemView& item : Act(dialog, [&] { return dialog->RightClick(node, 0); })) {
+                if (item.id == c.menuItem) refused = item.hidden ? "hidden" : item.disabled ? "disabled" : "";
+            }
+            if (!refused.empty()) {
+                printer_.MenuRefused(c.row, c.menuItem, refused);
+            } else {
+                Act(dialog, [&] { return dialog->ChooseMenuItem(c.menuItem); });
+            }
+            return true;
+        }
+        case CommandKind::Show:
+            switch (c.show) {
+            case ShowWhat::Tree: printer_.Tree(ReadTree(Shown(dialog))); break;
+            case ShowWhat::Blocks: printer_.Blocks(Shown(dialog).Title(), dialog->Blocks()); break;
+            case ShowWhat::Messages: printer_.Messages(host::Messages()); break;
+            case ShowWhat::Part:
+                if (host::WorkPart() == nullptr) throw ScriptError("no work part is loaded");
+                printer_.Part(ReadPart(*host::WorkPart()));
+                break;
+            }
+            return dialog != nullptr;
+        case CommandKind::Close:
+            Shown(dialog).Close();
+            return false;
+        }
+        return true;
+    }
+
+    void Draw(host::LiveDialog& dialog) {
+        printer_.Blocks(dialog.Title(), dialog.Blocks());
+        printer_.Tree(ReadTree(dialog));
+    }
+
+    CommandSource& source_;
+    Printer& printer_;
+    EventLog& events_;
+    std::ostream& err_;
+    bool stopped_ = false;    // a script failed: nothing more runs
+    bool failed_ = false;
+    bool exhausted_ = false;  // the input ended while the dialog was shown
+};
+
+bool IsFolder(const std::string& path) {
+    std::error_code ec;
+    return !path.empty() && fs::is_directory(path, ec);
+}
+
+std::string Absolute(const std::string& path) {
+    std::error_code ec;
+    const fs::path absolute = fs::absolute(path, ec);
+    return ec ? path : absolute.lexically_normal().string();
+}
+
+// VORNADEL_DRIVES: the bundled drive D, then the process's own table, then --drive; later wins.
+std::string DriveTable(const Options& options, const Installation& installation) {
+    std::map<char, std::string> drives;
+    drives['D'] = installation.sourceRoot + "/samples/drive-d";
+    if (const char* table = getenv("VORNADEL_DRIVES")) {
+        std::stringstream entries(table);
+        std::string entry;
+        while (std::getline(entries, entry, ';')) {
+            if (entry.size() >= 2 && entry[1] == '=' && std::isalpha(static_cast<unsigned char>(entry[0]))) {
+                drives[static_cast<char>(std::toupper(static_cast<unsigned char>(entry[0])))] = entry.substr(2);
+            }
+        }
+    }
+    for (const auto& [letter, folder] : options.drives) drives[letter] = Absolute(folder);
+    std::string table;
+    for (const auto& [letter, folder] : drives) {
+        if (!table.empty()) table += ';';
+        table += std::string(1, letter) + "=" + folder;
+    }
+    return table;
+}
+
+// LOCALAPPDATA: --localappdata, else the process's own, else a per-user folder made on demand.
+std::string LocalAppData(const Options& options) {
+    if (options.localAppData) return *options.localAppData;
+    if (const char* own = getenv("LOCALAPPDATA")) return own;
+    const char* home = getenv("HOME");
+    const std::string folder = std::string(home ? home : ".") + "/.local/share/vornadel";
+    std::error_code ec;
+    fs::create_directories(folder, ec);
+    return folder;
+}
+
+bool ReadFile(const std::string& path, std::string& text) {
+    std::ifstream file(path, std::ios::binary);
+    if (!file) return false;
+    std::ostringstream content;
+    content << file.rdbuf();
+    text = content.str();
+    return true;
+}
+
+}  // namespace
+
+Installation FindInstallation() {
+    Installation installation;
+    std::error_code ec;
+    const fs::path exe = fs::read_symlink("/proc/self/exe", ec);
+    installation.runnerFolder = ec ? std::string(".") : exe.parent_path().string();
+    const std::string compiled = VORNADEL_SOURCE_DIR;
+    const std::string beside = ec ? std::string() : exe.parent_path().parent_path().parent_path().string();
+    if (IsFolder(compiled + "/samples")) {
+        installation.sourceRoot = compiled;
+    } else if (IsFolder(beside + "/samples")) {
+        installation.sourceRoot = beside;
+    } else {
+        installation.sourceRoot = fs::current_path(ec).string();
+    }
+    return installation;
+}
+
+int Run(const Options& options, const Installation& installation, std::istream& in, bool interactive,
+        std::ostream& out, std::ostream& err) {
+    // The commands first: a script that does not parse runs nothing.
+    std::unique_ptr<CommandSource> source;
+    try {
+        if (options.scriptFile) {
+            std::string text;
+            const bool fromInput = *options.scriptFile == "-";
+            if (fromInput) {
+                std::ostringstream content;
+                content << in.rdbuf();
+                text = content.str();
+            } else if (!ReadFile(*options.scriptFile, text)) {
+                err << "vornadel-host: cannot read the script " << *options.scriptFile << '\n';
+                return kExitUsage;
+            }
+            const std::string name = fromInput ? "standard input" : *options.scriptFile;
+            try {
+                source = std::make_unique<ListSource>(ParseScript(text), name);
+            } catch (const ScriptError& e) {
+                err << "vornadel-host: " << name << ": " << e.what() << '\n';
+                return kExitUsage;
+            }
+        } else if (!options.commands.empty()) {
+            std::vector<Command> commands;
+            for (size_t i = 0; i < options.commands.size(); ++i) {
+                const int number = static_cast<int>(i + 1);
+                try {
+                    std::optional<Command> c = ParseLine(options.commands[i], number);
+                    if (c) commands.push_back(*c);
+                } catch (const ScriptError& e) {
+                    throw ScriptError("-e " + std::to_string(number) + ": " + e.what());
+                }
+            }
+            source = std::make_unique<ListSource>(commands, "-e");
+        } else if (interactive) {
+            source = std::make_unique<TerminalSource>(in, out, err);
+        } else {
+            std::ostringstream content;
+            content << in.rdbuf();
+            source = std::make_unique<ListSource>(ParseScript(content.str()), "standard input");
+        }
+    } catch (const ScriptError& e) {
+        err << "vornadel-host: " << (options.commands.empty() ? "standard input: " : "") << e.what() << '\n';
+        return kExitUsage;
+    }
+
+    host::ResetSession();
+    const std::string partFile = options.part ? *options.part : installation.sourceRoot + "/samples/parts/A100.part.json";
+    try {
+        host::LoadWorkPart(partFile);
+    } catch (const host::PartFileError& e) {
+        err << "vornadel-host: " << e.what() << '\n';
+        return kExitFailed;
+    }
+
+    // The machine the plug-in runs on: NX's environment, the process environment, the clock.
+    host::SetEnvironmentVariable("VDConfig",
+                                 host::Utf8ToGbk(options.configRoot ? *options.configRoot
+                                                                    : installation.sourceRoot + "/samples"));
+    setenv("VORNADEL_DRIVES", DriveTable(options, installation).c_str(), 1);
+    setenv("LOCALAPPDATA", LocalAppData(options).c_str(), 1);
+    if (options.desktop) setenv("VORNADEL_DESKTOP", options.desktop->c_str(), 1);
+    if (options.time) host::PinClock(*options.time);
+    host::SetReallyOpenFiles(options.reallyOpen);
+    // NX finds Vornadel.dlx in its application folder; the host finds it in the checkout.
+    host::SetDialogSearchPath({installation.sourceRoot + "/dialog"});
+
+    Printer printer(out, options.format);
+    EventLog events(printer);
+    Executor executor(*source, printer, events, err);
+    host::SetMessageListener([&](const host::MessageRecord& m) {
+        events.Flush();
+        printer.Message(m);
+    });
+    host::SetDialogScript([&](host::LiveDialog& dialog) { executor.InDialog(dialog); });
+
+    int status = kExitOk;
+    {
+        std::unique_ptr<Plugin> plugin;
+        try {
+            plugin = std::make_unique<Plugin>(options.plugin ? *options.plugin
+                                                             : installation.runnerFolder + "/libVornadel.so");
+        } catch (const PluginError& e) {
+            err << "vornadel-host: " << e.what() << '\n';
+            status = kExitFailed;
+        }
+        if (plugin) {
+            bool escaped = false;
+            try {
+                plugin->RunUfusr();
+            } catch (const std::exception& e) {
+                err << "vornadel-host: an exception escaped ufusr: " << host::GbkToUtf8(e.what()) << '\n';
+                escaped = true;
+            } catch (...) {
+                err << "vornadel-host: an exception that is not a std::exception escaped ufusr\n";
+                escaped = true;
+            }
+            events.Flush();
+            plugin->UnloadIfAsked();
+            if (escaped) {
+                status = kExitFailed;
+            } else {
+                executor.AfterDialog();
+                if (executor.Failed()) status = kExitFailed;
+            }
+        }
+        if (status == kExitOk && options.save) {
+            try {
+                host::SaveWorkPart(options.saveTo ? *options.saveTo : partFile);
+            } catch (const host::PartFileError& e) {
+                err << "vornadel-host: " << e.what() << '\n';
+                status = kExitFailed;
+            }
+        }
+        // The plug-in, if still loaded, goes now, as at the end of the NX session.
+    }
+    events.Flush();
+    host::SetDialogScript(nullptr);
+    host::SetMessageListener(nullptr);
+    return status;
+}
+
+}  // namespace runner
