@@ -1,0 +1,410 @@
+// vornadel-host end to end: the runner as a separate process, running the test plug-in
+// (tests/testplugin) on the fixture part tests/runner/parts/bracket.part.json.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+
+#include "RunHost.h"
+
+using runnertest::Event;
+using runnertest::FixturePart;
+using runnertest::HostRun;
+using runnertest::Lines;
+using runnertest::RunHost;
+using runnertest::RunTestPlugin;
+
+namespace {
+
+// What every run of the test plug-in prints before the first command, and after the last.
+const std::vector<std::string> kStart = {Event("ufusr"), Event("initialize_cb"), Event("dialogShown_cb")};
+const std::vector<std::string> kEnd = {Event("ufusr_ask_unload"), Event("ufusr_cleanup"), Event("unloaded")};
+
+std::vector<std::string> Sequence(std::vector<std::string> middle) {
+    std::vector<std::string> all = kStart;
+    all.insert(all.end(), middle.begin(), middle.end());
+    all.insert(all.end(), kEnd.begin(), kEnd.end());
+    return all;
+}
+
+bool Contains(const std::string& text, const std::string& part) {
+    return text.find(part) != std::string::npos;
+}
+
+bool HasLine(const HostRun& run, const std::string& line) {
+    const std::vector<std::string> lines = Lines(run.out);
+    return std::find(lines.begin(), lines.end(), line) != lines.end();
+}
+
+}  // namespace
+
+// ---- command line ------------------------------------------------------------------------------
+
+TEST(RunnerCommandLine, HelpPrintsTheUsage) {
+    const HostRun run = RunHost({"--help"});
+    EXPECT_EQ(0, run.status) << "--help is a normal run";
+    EXPECT_TRUE(Contains(run.out, "usage: vornadel-host")) << "the usage text goes to standard output";
+}
+
+TEST(RunnerCommandLine, UnknownOptionExitsWithStatusTwoAndTheUsage) {
+    const HostRun run = RunHost({"run", "--frobnicate"});
+    EXPECT_EQ(2, run.status) << "bad arguments exit with 2";
+    EXPECT_TRUE(Contains(run.err, "unknown option --frobnicate")) << "the message names the option";
+    EXPECT_TRUE(Contains(run.err, "usage: vornadel-host")) << "the usage follows the message";
+    EXPECT_EQ("", run.out) << "nothing ran";
+}
+
+TEST(RunnerCommandLine, BadTimeIsRefusedBeforeAnythingRuns) {
+    const HostRun run = RunTestPlugin({"--time", "2024-02-30T00:00:00.000", "-e", "close"});
+    EXPECT_EQ(2, run.status) << "a date that does not exist is a bad argument";
+    EXPECT_TRUE(Contains(run.err, "--time")) << "the message names the option";
+    EXPECT_EQ("", run.out) << "the plug-in never ran";
+}
+
+TEST(RunnerCommandLine, ScriptThatDoesNotParseRunsNothing) {
+    const std::filesystem::path dir = runnertest::Scratch("bad-script");
+    runnertest::WriteText(dir / "bad.txt", "show tree\njump 3\nclose\n");
+    const HostRun run = RunTestPlugin({"--script", (dir / "bad.txt").string()});
+    EXPECT_EQ(2, run.status) << "a script that does not parse exits with 2";
+    EXPECT_TRUE(Contains(run.err, "bad.txt: line 2: unknown command \"jump\"")) << "the file and line are named";
+    EXPECT_EQ("", run.out) << "not even ufusr ran";
+}
+
+TEST(RunnerCommandLine, MissingScriptIsAUsageError) {
+    const HostRun run = RunTestPlugin({"--script", "/nonexistent/script.txt"});
+    EXPECT_EQ(2, run.status) << "a script that cannot be read exits with 2";
+    EXPECT_TRUE(Contains(run.err, "cannot read the script /nonexistent/script.txt")) << "the script is named";
+}
+
+TEST(RunnerCommandLine, BadCommandInDashEIsNamedByItsNumber) {
+    const HostRun run = RunTestPlugin({"-e", "show tree", "-e", "click x"});
+    EXPECT_EQ(2, run.status) << "-e commands parse before the run";
+    EXPECT_TRUE(Contains(run.err, "-e 2: \"x\" is not a row")) << "the second -e is named";
+}
+
+// ---- part files --------------------------------------------------------------------------------
+
+TEST(RunnerPartFile, MissingPartFileExitsWithTheHostsMessage) {
+    const HostRun run = RunTestPlugin({"-e", "close"}, {}, "/nonexistent/gone.part.json");
+    EXPECT_EQ(1, run.status) << "a part file that cannot be loaded exits with 1";
+    EXPECT_TRUE(Contains(run.err, "gone.part.json")) << "the message names the file";
+    EXPECT_EQ("", run.out) << "the plug-in never ran";
+}
+
+TEST(RunnerPartFile, MalformedPartFileExitsWithTheHostsMessage) {
+    const HostRun run = RunTestPlugin({"-e", "close"}, {}, FixturePart("broken.part.json"));
+    EXPECT_EQ(1, run.status) << "malformed JSON exits with 1";
+    EXPECT_TRUE(Contains(run.err, "broken.part.json")) << "the message names the file";
+    EXPECT_EQ("", run.out) << "the plug-in never ran";
+}
+
+// ---- the plug-in's life ------------------------------------------------------------------------
+
+TEST(RunnerPlugin, UnloadsRightAfterTheRunWhenAsked) {
+    const HostRun run = RunTestPlugin({"-e", "close"});
+    EXPECT_EQ(0, run.status) << "a normal run";
+    EXPECT_EQ(Sequence({}), Lines(run.out))
+        << "ufusr, the initialize and dialog-shown handlers, then NX asks to unload, calls "
+           "ufusr_cleanup and unloads the library (its statics go)";
+}
+
+TEST(RunnerPlugin, StaysLoadedUntilTheEndWhenItAsksTo) {
+    const HostRun run = RunTestPlugin({"-e", "close", "-e", "show part"}, {"VORNADEL_TESTPLUGIN=stay-loaded"});
+    EXPECT_EQ(0, run.status) << "a normal run";
+    const std::vector<std::string> lines = Lines(run.out);
+    const auto asked = std::find(lines.begin(), lines.end(), Event("ufusr_ask_unload"));
+    const auto part = std::find(lines.begin(), lines.end(), "part\tbracket");
+    const auto cleanup = std::find(lines.begin(), lines.end(), Event("ufusr_cleanup"));
+    EXPECT_TRUE(asked < part && part < cleanup)
+        << "with UF_UNLOAD_UG_TERMINATE the commands after close run before the library is unloaded";
+    EXPECT_EQ(Event("unloaded"), lines.back()) << "it is unloaded at the end of the run";
+}
+
+TEST(RunnerPlugin, MissingLibraryIsAClearError) {
+    const HostRun run = RunHost({"run", FixturePart("bracket.part.json"), "--plugin", "/nonexistent/libX.so"});
+    EXPECT_EQ(1, run.status) << "a plug-in that cannot be loaded exits with 1";
+    EXPECT_TRUE(Contains(run.err, "cannot load the plug-in /nonexistent/libX.so")) << "the library is named";
+}
+
+TEST(RunnerPlugin, LibraryWithoutUfusrIsAClearError) {
+    const std::string library = (runnertest::BinaryFolder() / "libnxhost.so").string();
+    const HostRun run = RunHost({"run", FixturePart("bracket.part.json"), "--plugin", library});
+    EXPECT_EQ(1, run.status) << "a library without ufusr exits with 1";
+    EXPECT_TRUE(Contains(run.err, "has no entry point ufusr")) << "the missing entry point is named";
+}
+
+TEST(RunnerPlugin, StdExceptionEscapingUfusrIsReported) {
+    const HostRun run = RunTestPlugin({}, {"VORNADEL_TESTPLUGIN=throw-std"});
+    EXPECT_EQ(1, run.status) << "an exception out of ufusr fails the run";
+    EXPECT_TRUE(Contains(run.err, u8"an exception escaped ufusr: 测试插件失败")) << "its message, in UTF-8";
+    EXPECT_EQ(Event("unloaded"), Lines(run.out).back()) << "the library is still unloaded";
+}
+
+TEST(RunnerPlugin, OtherExceptionEscapingUfusrIsReported) {
+    const HostRun run = RunTestPlugin({}, {"VORNADEL_TESTPLUGIN=throw-other"});
+    EXPECT_EQ(1, run.status) << "an exception out of ufusr fails the run";
+    EXPECT_TRUE(Contains(run.err, "an exception that is not a std::exception escaped ufusr")) << "said so";
+}
+
+TEST(RunnerPlugin, HandlerExceptionEndsTheDialogAndReachesThePlugin) {
+    const HostRun run = RunTestPlugin({"-e", "press button02", "-e", "show tree"});
+    EXPECT_TRUE(HasLine(run, u8"message\tBlock Styler\terror\t按钮出错"))
+        << "the update handler's exception ends Show and the plug-in's ufusr catches it";
+    EXPECT_EQ(1, run.status) << "the script's next dialog command fails";
+    EXPECT_TRUE(Contains(run.err, "-e 2: no dialog is shown")) << "the dialog is gone";
+}
+
+TEST(RunnerPlugin, PluginWithoutDialogStillRunsTheCommands) {
+    const HostRun run = RunTestPlugin({"-e", "show messages"}, {"VORNADEL_TESTPLUGIN=no-dialog"});
+    EXPECT_EQ(0, run.status) << "show messages needs no dialog";
+    const std::vector<std::string> once = {Event("ufusr"), Event("ufusr_ask_unload"), Event("ufusr_cleanup"),
+                                           Event("unloaded")};
+    std::vector<std::string> twice = once;
+    twice.insert(twice.end(), once.begin(), once.end());
+    EXPECT_EQ(twice, Lines(run.out))
+        << "the commands run after the unload; show messages repeats every message box so far";
+}
+
+// ---- commands ----------------------------------------------------------------------------------
+
+TEST(RunnerCommands, SetTypesIntoAStringBlock) {
+    const HostRun run = RunTestPlugin({"-e", u8"set string03 SO-9 第二批", "-e", "show blocks", "-e", "close"});
+    EXPECT_EQ(0, run.status) << "a normal run";
+    EXPECT_TRUE(HasLine(run, Event(u8"update_cb string03 SO-9 第二批"))) << "the update handler runs with the block";
+    EXPECT_TRUE(HasLine(run, u8"string03\tStringBlock\t订单编号\tSO-9 第二批\t")) << "the block holds the text";
+}
+
+TEST(RunnerCommands, SetOnAButtonFailsAndStopsTheScript) {
+    const HostRun run = RunTestPlugin({"-e", "set button01 x", "-e", "show part"});
+    EXPECT_EQ(1, run.status) << "a command the host refuses fails the run";
+    EXPECT_TRUE(Contains(run.err, "-e 1: button01 is a Button, not a StringBlock")) << "the host's reason";
+    EXPECT_EQ(Sequence({}), Lines(run.out)) << "nothing more runs; the dialog closes and the plug-in unloads";
+}
+
+TEST(RunnerCommands, PressRunsTheUpdateHandler) {
+    const HostRun run = RunTestPlugin({"-e", "press button03", "-e", "close"});
+    EXPECT_TRUE(HasLine(run, Event("update_cb button03"))) << "the update handler runs with the button";
+}
+
+TEST(RunnerCommands, FolderPicksTheOutputFolder) {
+    const HostRun run = RunTestPlugin({"-e", u8"folder D:\\出图 目录", "-e", "show blocks", "-e", "close"});
+    EXPECT_TRUE(HasLine(run, Event(u8"update_cb nativeFolderBrowser0 D:\\出图 目录"))) << "the handler gets the path";
+    EXPECT_TRUE(HasLine(run, u8"nativeFolderBrowser0\tFolderSelection\t输出文件夹\tD:\\出图 目录\t"))
+        << "the folder block shows the path, backslashes as they are";
+}
+
+TEST(RunnerCommands, SelectBodiesUsesTheBodyCollector) {
+    const HostRun run = RunTestPlugin({"-e", "select-bodies 1002 1001", "-e", "close"});
+    EXPECT_TRUE(HasLine(run, Event("update_cb bodySelect0 1002 1001"))) << "the collector holds the bodies in order";
+}
+
+TEST(RunnerCommands, SelectBodiesOfAnUnknownTagFails) {
+    const HostRun run = RunTestPlugin({"-e", "select-bodies 999"});
+    EXPECT_EQ(1, run.status) << "a body the part lacks";
+    EXPECT_TRUE(Contains(run.err, "-e 1: no body of the work part has tag 999")) << "the host's reason";
+}
+
+TEST(RunnerCommands, AnswerSelectionOkGivesTheObjects) {
+    const HostRun run = RunTestPlugin({"-e", "answer-selection ok 1002", "-e", "press button01", "-e", "close"});
+    EXPECT_TRUE(HasLine(run, u8"selection\t选择\t选择标准件")) << "the selection dialog is printed as it occurs";
+    EXPECT_TRUE(HasLine(run, Event("selection 3 1002"))) << "ResponseOk (3) with the queued body";
+}
+
+TEST(RunnerCommands, AnswerSelectionCancelAndBack) {
+    const HostRun run = RunTestPlugin({"-e", "answer-selection cancel", "-e", "answer-selection back", "-e",
+                                       "press button01", "-e", "press button01", "-e", "press button01", "-e", "close"});
+    const std::vector<std::string> lines = Lines(run.out);
+    std::vector<std::string> answers;
+    for (const std::string& line : lines) {
+        if (line.rfind(Event("selection "), 0) == 0) answers.push_back(line.substr(Event("").size()));
+    }
+    EXPECT_EQ((std::vector<std::string>{"selection 2", "selection 1", "selection 2"}), answers)
+        << "answers are used in order: ResponseCancel (2), ResponseBack (1), then none left: cancelled";
+}
+
+TEST(RunnerCommands, ClickSelectsTheRowAndDeselectsTheOther) {
+    const HostRun run = RunTestPlugin({"-e", "click 1.2", "-e", "click 2 1", "-e", "close"});
+    EXPECT_EQ(Sequence({Event(u8"OnPreSelectCallback 螺钉-2 0 true"), Event(u8"OnSelectCallback 螺钉-2 0 true"),
+                        Event(u8"OnSelectCallback 螺钉-2 1 false"), Event(u8"OnPreSelectCallback 弹簧 1 true"),
+                        Event(u8"OnSelectCallback 弹簧 1 true")}),
+              Lines(run.out))
+        << "row 1.2 is the second child of the first row; a click on another row deselects it first";
+}
+
+TEST(RunnerCommands, MissingRowFails) {
+    const HostRun run = RunTestPlugin({"-e", "click 1.5"});
+    EXPECT_EQ(1, run.status) << "a row the tree lacks";
+    EXPECT_TRUE(Contains(run.err, "-e 1: the tree has no row 1.5")) << "the row is named";
+}
+
+TEST(RunnerCommands, EditTypesFreeText) {
+    const HostRun run = RunTestPlugin({"-e", u8"edit 1.1 4 左侧 M6", "-e", "show tree", "-e", "close"});
+    EXPECT_TRUE(HasLine(run, Event(u8"OnEndLabelEditCallback 螺钉-1 4 左侧 M6")))
+        << "the end-label-edit handler gets the text (as UTF-8 bytes, which the plug-in converts)";
+    EXPECT_TRUE(HasLine(run, u8"1\t螺钉-1\t\t\t1001\t左侧 M6\t\t\t\t\t\t\t\t\t-\t1001")) << "the cell keeps the text";
+}
+
+TEST(RunnerCommands, EditChoosesAnEditOption) {
+    const HostRun run = RunTestPlugin({"-e", u8"edit 1 1 乙", "-e", "close"});
+    EXPECT_TRUE(HasLine(run, Event(u8"OnEditOptionSelectedCallback 螺钉 1 1 乙 1")))
+        << "the second option of the combo box (ControlTypeComboBox = 1) is chosen";
+}
+
+TEST(RunnerCommands, RejectedTextRestoresTheCell) {
+    const HostRun run = RunTestPlugin({"-e", u8"edit 2 4 拒绝", "-e", "show tree", "-e", "close"});
+    EXPECT_TRUE(HasLine(run, Event(u8"OnEndLabelEditCallback 弹簧 4 拒绝"))) << "the handler sees the text";
+    EXPECT_TRUE(HasLine(run, u8"edit-refused\t2\t4\t拒绝")) << "and rejects it: the cell does not take the text";
+    EXPECT_TRUE(HasLine(run, u8"0\t弹簧\t1\t\t\t\t\t\t\t\t\t\t\t\t186\t-")) << "it keeps the text it had";
+}
+
+TEST(RunnerCommands, RefusedEditsAreReported) {
+    const HostRun run = RunTestPlugin({"-e", "edit 1 0 x", "-e", "edit 1.1 2 maybe", "-e", "close"});
+    EXPECT_EQ(0, run.status) << "a refused edit is what the plug-in's tree does, not a failure";
+    EXPECT_TRUE(HasLine(run, "edit-refused\t1\t0\tx")) << "the begin-label-edit handler refuses column 0";
+    EXPECT_TRUE(HasLine(run, "edit-refused\t1.1\t2\tmaybe")) << "a list box takes only its options";
+}
+
+TEST(RunnerCommands, MenuChoosesAnItem) {
+    const HostRun run = RunTestPlugin({"-e", "menu 1.2 1", "-e", "close"});
+    EXPECT_EQ(Sequence({Event(u8"OnMenuCallback 螺钉-2 0"), Event(u8"OnMenuSelectionCallback 螺钉-2 1")}),
+              Lines(run.out))
+        << "a right click on column 0 builds the menu, then the item is chosen";
+}
+
+TEST(RunnerCommands, MenuItemsThatCannotBeChosenAreReported) {
+    const HostRun run = RunTestPlugin({"-e", "menu 1 2", "-e", "menu 1 3", "-e", "menu 1 9", "-e", "close"});
+    EXPECT_EQ(0, run.status) << "a menu item that cannot be chosen is not a failure";
+    EXPECT_TRUE(HasLine(run, "menu-refused\t1\t2\tdisabled")) << "a disabled item";
+    EXPECT_TRUE(HasLine(run, "menu-refused\t1\t3\thidden")) << "a hidden item";
+    EXPECT_TRUE(HasLine(run, "menu-refused\t1\t9\tmissing")) << "an item the menu lacks";
+    EXPECT_FALSE(Contains(run.out, "OnMenuSelectionCallback")) << "nothing runs";
+}
+
+TEST(RunnerCommands, CommandsAfterCloseRunWithoutTheDialog) {
+    const HostRun part = RunTestPlugin({"-e", "close", "-e", "show part"});
+    EXPECT_EQ(0, part.status) << "show part needs no dialog";
+    EXPECT_TRUE(HasLine(part, "part\tbracket")) << "the part is shown after the dialog closed";
+    const HostRun tree = RunTestPlugin({"-e", "close", "-e", "show tree"});
+    EXPECT_EQ(1, tree.status) << "show tree needs the dialog";
+    EXPECT_TRUE(Contains(tree.err, "-e 2: no dialog is shown")) << "said so";
+}
+
+TEST(RunnerCommands, ScriptFromStandardInput) {
+    const std::filesystem::path home = runnertest::Scratch("stdin-home");
+    const HostRun run = RunHost({"run", FixturePart("bracket.part.json"), "--plugin", runnertest::TestPlugin(),
+                                 "--format", "tsv", "--localappdata", home.string(), "--script", "-"},
+                                {}, "press button03\nclose\n");
+    EXPECT_EQ(0, run.status) << "--script - reads standard input";
+    EXPECT_TRUE(HasLine(run, Event("update_cb button03"))) << "its commands ran";
+}
+
+// ---- output ------------------------------------------------------------------------------------
+
+TEST(RunnerOutput, TsvTreeOfTheTestPlugin) {
+    const HostRun run = RunTestPlugin({"-e", "show tree", "-e", "close"});
+    EXPECT_EQ(Sequence({u8"0\t螺钉\t2\t\t\t\t\t\t\t\t\t\t\t\t-\t-",
+                        u8"1\t螺钉-1\t\t\t1001\t\t\t\t\t\t\t\t\t\t-\t1001",
+                        u8"1\t螺钉-2\t\t\t1002\t\t\t\t\t\t\t\t\t\t-\t1002",
+                        u8"0\t弹簧\t1\t\t\t\t\t\t\t\t\t\t\t\t186\t-"}),
+              Lines(run.out))
+        << "pre-order; 13 columns (hidden column 3 included); colour 186 on the second group; bodies by tag";
+}
+
+TEST(RunnerOutput, TsvBlocksListsTheDialogsTwentySixBlocks) {
+    const HostRun run = RunTestPlugin({"-e", "show blocks", "-e", "close"});
+    std::vector<std::string> blocks;
+    for (const std::string& line : Lines(run.out)) {
+        if (line.rfind("message\t", 0) != 0) blocks.push_back(line);
+    }
+    EXPECT_EQ(26u, blocks.size()) << "Vornadel.dlx has 26 blocks, one line each";
+    for (const std::string& line : blocks) {
+        EXPECT_EQ(4, std::count(line.begin(), line.end(), '\t')) << "five fields: " << line;
+    }
+    EXPECT_TRUE(HasLine(run, "tree_control0\tTree\t\t\t")) << "the tree: id and class, no value or choices";
+}
+
+TEST(RunnerOutput, TsvPartOfTheFixture) {
+    const HostRun run = RunTestPlugin({"-e", "close", "-e", "show part"});
+    const std::vector<std::string> part = {
+        "part\tbracket",
+        u8"attribute\tpart\t订单编号\tstring\tSO-1",
+        u8"attribute\tpart\t版本\tinteger\t3",
+        "layer\t1\twork",
+        "layer\t20\tvisible",
+        "layer\t30\thidden",
+        "body\t1001\t10\t6\tshown",
+        u8"attribute\t1001\t名称\tstring\t内六角螺钉",
+        u8"attribute\t1001\t数量\tstring\t4",
+        "body\t1002\t30\t6\tblanked",
+    };
+    const std::vector<std::string> lines = Lines(run.out);
+    const auto first = std::find(lines.begin(), lines.end(), part.front());
+    ASSERT_GE(lines.end() - first, static_cast<long>(part.size())) << run.out;
+    EXPECT_EQ(part, std::vector<std::string>(first, first + static_cast<long>(part.size())))
+        << "part, attributes, the work layer and the layers that are not selectable, bodies with their attributes";
+}
+
+TEST(RunnerOutput, TextIsTheDefaultFormat) {
+    const std::filesystem::path home = runnertest::Scratch("text-home");
+    const HostRun run = RunHost({"run", FixturePart("bracket.part.json"), "--plugin", runnertest::TestPlugin(),
+                                 "--localappdata", home.string(), "-e", "show tree", "-e", "close"});
+    EXPECT_TRUE(Contains(run.out, "+-- information: testplugin\n| ufusr\n+--\n")) << "message boxes as boxes";
+    EXPECT_TRUE(Contains(run.out, u8"名称      数量  状态  备注  colour  body\n")) << "the visible columns as a header";
+    EXPECT_TRUE(Contains(run.out, u8"  螺钉-1                    -       1001\n")) << "children indented";
+}
+
+// ---- save, clock, environment ------------------------------------------------------------------
+
+TEST(RunnerSave, SaveWritesWhatThePluginChanged) {
+    const std::filesystem::path dir = runnertest::Scratch("save");
+    const std::string out = (dir / "out.part.json").string();
+    const HostRun run = RunTestPlugin({"-e", "press button0", "-e", "close", "--save", out});
+    ASSERT_EQ(0, run.status) << run.err;
+    const HostRun again = RunTestPlugin({"-e", "close", "-e", "show part"}, {}, out);
+    EXPECT_TRUE(HasLine(again, u8"attribute\tpart\t测试\tstring\t已保存")) << "the part attribute was saved";
+    EXPECT_TRUE(HasLine(again, "body\t1001\t10\t186\tshown")) << "the new colour of body 1001 was saved";
+    EXPECT_TRUE(HasLine(again, u8"attribute\t1002\t测试\tstring\t已保存")) << "the body attribute was saved";
+}
+
+TEST(RunnerSave, SaveWithoutAFileOverwritesThePartFile) {
+    const std::filesystem::path dir = runnertest::Scratch("save-in-place");
+    const std::filesystem::path part = dir / "bracket.part.json";
+    std::filesystem::copy_file(FixturePart("bracket.part.json"), part);
+    const HostRun run = RunTestPlugin({"-e", "press button0", "--save"}, {}, part.string());
+    ASSERT_EQ(0, run.status) << run.err;
+    EXPECT_TRUE(Contains(runnertest::ReadText(part), u8"已保存")) << "the part file itself holds the change";
+}
+
+TEST(RunnerSave, FailedRunSavesNothing) {
+    const std::filesystem::path dir = runnertest::Scratch("save-failed");
+    const std::filesystem::path part = dir / "bracket.part.json";
+    std::filesystem::copy_file(FixturePart("bracket.part.json"), part);
+    const std::string before = runnertest::ReadText(part);
+    const HostRun run = RunTestPlugin({"-e", "press button0", "-e", "click 7", "--save"}, {}, part.string());
+    EXPECT_EQ(1, run.status) << "the click fails";
+    EXPECT_EQ(before, runnertest::ReadText(part)) << "a failed run leaves the part file alone";
+}
+
+TEST(RunnerClock, TimePinsTheLocalClock) {
+    const HostRun run = RunTestPlugin({"--time", "2024-05-06T07:08:09.010", "-e", "press button03", "-e", "close"});
+    EXPECT_TRUE(HasLine(run, Event("time 2024-05-06 07:08:09.010"))) << "the plug-in reads the pinned time";
+}
+
+TEST(RunnerEnvironment, OptionsReachThePlugin) {
+    const std::filesystem::path dir = runnertest::Scratch("environment");
+    std::filesystem::create_directories(dir / "cfg");
+    runnertest::WriteText(dir / "cfg" / "probe.txt", "x");
+    const HostRun run = RunHost({"run", FixturePart("bracket.part.json"), "--plugin", runnertest::TestPlugin(),
+                                 "--format", "tsv", "--config", "V:", "--drive", "V=" + (dir / "cfg").string(),
+                                 "--localappdata", (dir / "lad").string(), "--desktop", "C:\\Users\\d\\Desktop",
+                                 "-e", "press button04", "-e", "close"});
+    EXPECT_TRUE(HasLine(run, Event("VDConfig V:"))) << "--config sets the NX variable VDConfig";
+    EXPECT_TRUE(HasLine(run, Event("probe found"))) << "--drive maps V: for the plug-in's file calls";
+    EXPECT_TRUE(HasLine(run, Event("LOCALAPPDATA " + (dir / "lad").string()))) << "--localappdata";
+    EXPECT_TRUE(HasLine(run, Event("desktop C:\\Users\\d\\Desktop"))) << "--desktop";
+}
+
+TEST(RunnerEnvironment, DefaultsAreTheBundledSamples) {
+    const HostRun run = RunTestPlugin({"-e", "press button04", "-e", "close"});
+    const std::string samples = (runnertest::SourceFolder() / "samples").string();
+    EXPECT_TRUE(HasLine(run, Event("VDConfig " + samples))) << "the configuration root defaults to the samples";
+}

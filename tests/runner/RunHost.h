@@ -1,0 +1,118 @@
+// Runs build/bin/vornadel-host as a separate process, as a person or a script would, and keeps
+// what it printed.
+#pragma once
+
+#include <sys/wait.h>
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <sstream>
+#include <string>
+#include <vector>
+
+namespace runnertest {
+
+struct HostRun {
+    int status = -1;  // the exit status; -1 when the runner did not exit normally
+    std::string out;  // standard output (UTF-8)
+    std::string err;  // standard error
+};
+
+inline std::filesystem::path BinaryFolder() {
+    if (const char* dir = std::getenv("VORNADEL_BINARY_DIR")) return std::filesystem::path(dir) / "bin";
+    return std::filesystem::read_symlink("/proc/self/exe").parent_path();
+}
+
+inline std::filesystem::path SourceFolder() {
+    if (const char* dir = std::getenv("VORNADEL_SOURCE_DIR")) return dir;
+    return VORNADEL_TEST_SOURCE_DIR;
+}
+
+inline std::string TestPlugin() {
+    return (BinaryFolder() / "libvornadel-testplugin.so").string();
+}
+
+inline std::string FixturePart(const char* name) {
+    return (SourceFolder() / "tests/runner/parts" / name).string();
+}
+
+inline std::string ReadText(const std::filesystem::path& path) {
+    std::ifstream in(path, std::ios::binary);
+    std::ostringstream content;
+    content << in.rdbuf();
+    return content.str();
+}
+
+inline void WriteText(const std::filesystem::path& path, const std::string& text) {
+    std::ofstream(path, std::ios::binary) << text;
+}
+
+// A folder of its own for one test, emptied first.
+inline std::filesystem::path Scratch(const std::string& name) {
+    const std::filesystem::path dir = std::filesystem::temp_directory_path() /
+                                      ("vornadel-runner-" + std::to_string(getpid())) / name;
+    std::filesystem::remove_all(dir);
+    std::filesystem::create_directories(dir);
+    return dir;
+}
+
+// Runs vornadel-host with args; env entries ("NAME=VALUE") are added to its environment, input
+// is its standard input. Runs from the checkout's root.
+inline HostRun RunHost(const std::vector<std::string>& args, const std::vector<std::string>& env = {},
+                       const std::string& input = "") {
+    const std::filesystem::path dir = Scratch("process");
+    WriteText(dir / "in", input);
+    const pid_t pid = fork();
+    if (pid == 0) {
+        const int in = open((dir / "in").c_str(), O_RDONLY);
+        const int out = open((dir / "out").c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0644);
+        const int err = open((dir / "err").c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0644);
+        dup2(in, 0);
+        dup2(out, 1);
+        dup2(err, 2);
+        if (chdir(SourceFolder().c_str()) != 0) _exit(126);
+        for (const std::string& e : env) putenv(const_cast<char*>(e.c_str()));
+        const std::string exe = (BinaryFolder() / "vornadel-host").string();
+        std::vector<char*> argv{const_cast<char*>(exe.c_str())};
+        for (const std::string& a : args) argv.push_back(const_cast<char*>(a.c_str()));
+        argv.push_back(nullptr);
+        execv(exe.c_str(), argv.data());
+        _exit(127);
+    }
+    HostRun run;
+    int status = 0;
+    if (waitpid(pid, &status, 0) == pid && WIFEXITED(status)) run.status = WEXITSTATUS(status);
+    run.out = ReadText(dir / "out");
+    run.err = ReadText(dir / "err");
+    return run;
+}
+
+// The runner on the test plug-in and a part (default: the fixture bracket.part.json) in tsv, with
+// LOCALAPPDATA and the desktop kept in a scratch folder, then args.
+inline HostRun RunTestPlugin(const std::vector<std::string>& args, const std::vector<std::string>& env = {},
+                             const std::string& part = FixturePart("bracket.part.json")) {
+    const std::filesystem::path home = Scratch("home");
+    std::vector<std::string> all{"run", part, "--plugin", TestPlugin(), "--format", "tsv",
+                                 "--localappdata", home.string(), "--desktop", (home / "desktop").string()};
+    all.insert(all.end(), args.begin(), args.end());
+    return RunHost(all, env);
+}
+
+// The lines of a text, without their line ends.
+inline std::vector<std::string> Lines(const std::string& text) {
+    std::vector<std::string> lines;
+    std::istringstream in(text);
+    std::string line;
+    while (std::getline(in, line)) lines.push_back(line);
+    return lines;
+}
+
+// The line "message<TAB>testplugin<TAB>information<TAB>event".
+inline std::string Event(const std::string& event) {
+    return "message\ttestplugin\tinformation\t" + event;
+}
+
+}  // namespace runnertest

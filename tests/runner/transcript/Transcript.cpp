@@ -1,0 +1,242 @@
+// vornadel-transcript: runs one script through vornadel-host --format tsv and compares what it
+// prints with the expected transcript beside the script (NAME.txt -> NAME.expected).
+//
+// usage: vornadel-transcript --runner EXE --source DIR --bin DIR --scratch DIR [--update] SCRIPT
+//
+// The script's leading comment lines may say how to run it:
+//   # part: PATH                 the part file (default: the runner's bundled sample part)
+//   # options: ARGS...           more runner options (split at blanks; "..." keeps blanks)
+//   # env: NAME=VALUE...         process environment of the run
+//   # exit: N                    the expected exit status (default 0)
+// In these lines {source}, {bin} and {scratch} stand for the folders given on the command line.
+// The scratch folder is emptied first. The run gets a Windows user of its own, so that the paths
+// it prints are the same in every checkout: drive C: is {scratch}/c, LOCALAPPDATA is
+// C:\Users\designer\AppData\Local and the desktop C:\Users\designer\Desktop (both made).
+// Unless the options say otherwise the clock is pinned to 2000-01-01T00:00:00.000. With --update
+// the expected transcript is rewritten from the run.
+// Exit status: 0 same, 1 different, 2 the run could not be made.
+#include <sys/wait.h>
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <filesystem>
+#include <fstream>
+#include <iostream>
+#include <algorithm>
+#include <map>
+#include <optional>
+#include <sstream>
+#include <string>
+#include <vector>
+
+namespace fs = std::filesystem;
+
+namespace {
+
+struct Header {
+    std::string part;
+    std::vector<std::string> options;
+    std::vector<std::string> env;
+    int exit = 0;
+};
+
+std::string ReadFile(const std::string& path) {
+    std::ifstream in(path, std::ios::binary);
+    std::ostringstream content;
+    content << in.rdbuf();
+    return content.str();
+}
+
+std::string Expand(std::string text, const std::map<std::string, std::string>& folders) {
+    for (const auto& [name, folder] : folders) {
+        for (size_t at = text.find(name); at != std::string::npos; at = text.find(name, at + folder.size())) {
+            text.replace(at, name.size(), folder);
+        }
+    }
+    return text;
+}
+
+// Splits at blanks; a double-quoted stretch keeps its blanks.
+std::vector<std::string> SplitArguments(const std::string& text) {
+    std::vector<std::string> args;
+    std::string current;
+    bool quoted = false;
+    bool any = false;
+    for (char c : text) {
+        if (c == '"') {
+            quoted = !quoted;
+            any = true;
+        } else if ((c == ' ' || c == '\t') && !quoted) {
+            if (any) args.push_back(current);
+            current.clear();
+            any = false;
+        } else {
+            current += c;
+            any = true;
+        }
+    }
+    if (any) args.push_back(current);
+    return args;
+}
+
+Header ReadHeader(const std::string& script, const std::map<std::string, std::string>& folders) {
+    Header header;
+    std::istringstream lines(script);
+    std::string line;
+    while (std::getline(lines, line)) {
+        if (!line.empty() && line.back() == '\r') line.pop_back();
+        if (line.empty()) continue;
+        if (line[0] != '#') break;
+        auto value = [&](const std::string& key) -> std::optional<std::string> {
+            const std::string prefix = "# " + key + ":";
+            if (line.rfind(prefix, 0) != 0) return std::nullopt;
+            return Expand(line.substr(prefix.size()), folders);
+        };
+        if (auto part = value("part")) {
+            const std::vector<std::string> words = SplitArguments(*part);
+            if (!words.empty()) header.part = words[0];
+        } else if (auto options = value("options")) {
+            for (const std::string& o : SplitArguments(*options)) header.options.push_back(o);
+        } else if (auto env = value("env")) {
+            for (const std::string& e : SplitArguments(*env)) header.env.push_back(e);
+        } else if (auto exit = value("exit")) {
+            header.exit = std::stoi(*exit);
+        }
+    }
+    return header;
+}
+
+bool Has(const std::vector<std::string>& args, const std::string& option) {
+    for (const std::string& a : args) {
+        if (a == option || a.rfind(option + "=", 0) == 0) return true;
+    }
+    return false;
+}
+
+// Runs args with stdout and stderr into files; the exit status, or -1 when it did not exit.
+int Spawn(const std::vector<std::string>& args, const std::vector<std::string>& env, const std::string& outFile,
+          const std::string& errFile) {
+    const pid_t pid = fork();
+    if (pid < 0) return -1;
+    if (pid == 0) {
+        const int in = open("/dev/null", O_RDONLY);
+        const int out = open(outFile.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0644);
+        const int err = open(errFile.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0644);
+        if (in < 0 || out < 0 || err < 0) _exit(127);
+        dup2(in, 0);
+        dup2(out, 1);
+        dup2(err, 2);
+        for (const std::string& e : env) putenv(const_cast<char*>(e.c_str()));
+        std::vector<char*> argv;
+        for (const std::string& a : args) argv.push_back(const_cast<char*>(a.c_str()));
+        argv.push_back(nullptr);
+        execv(argv[0], argv.data());
+        _exit(127);
+    }
+    int status = 0;
+    if (waitpid(pid, &status, 0) < 0 || !WIFEXITED(status)) return -1;
+    return WEXITSTATUS(status);
+}
+
+std::vector<std::string> Lines(const std::string& text) {
+    std::vector<std::string> lines;
+    std::istringstream in(text);
+    std::string line;
+    while (std::getline(in, line)) lines.push_back(line);
+    return lines;
+}
+
+void ReportDifferences(const std::string& expected, const std::string& actual) {
+    const std::vector<std::string> e = Lines(expected);
+    const std::vector<std::string> a = Lines(actual);
+    int shown = 0;
+    for (size_t i = 0; i < std::max(e.size(), a.size()) && shown < 20; ++i) {
+        const std::string* el = i < e.size() ? &e[i] : nullptr;
+        const std::string* al = i < a.size() ? &a[i] : nullptr;
+        if (el && al && *el == *al) continue;
+        std::cout << "line " << i + 1 << ":\n"
+                  << "  expected: " << (el ? *el : "(nothing)") << "\n"
+                  << "  actual:   " << (al ? *al : "(nothing)") << "\n";
+        ++shown;
+    }
+}
+
+int Usage() {
+    std::cerr << "usage: vornadel-transcript --runner EXE --source DIR --bin DIR --scratch DIR [--update] SCRIPT\n";
+    return 2;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    std::map<std::string, std::string> given;
+    std::string script;
+    bool update = false;
+    for (int i = 1; i < argc; ++i) {
+        const std::string arg = argv[i];
+        if (arg == "--update") {
+            update = true;
+        } else if (arg.rfind("--", 0) == 0 && i + 1 < argc) {
+            given[arg.substr(2)] = argv[++i];
+        } else if (script.empty()) {
+            script = arg;
+        } else {
+            return Usage();
+        }
+    }
+    for (const char* required : {"runner", "source", "bin", "scratch"}) {
+        if (given.count(required) == 0) return Usage();
+    }
+    if (script.empty()) return Usage();
+
+    const fs::path scratch = fs::absolute(given["scratch"]);
+    std::error_code ec;
+    fs::remove_all(scratch, ec);
+    fs::create_directories(scratch / "c/Users/designer/AppData/Local");
+    fs::create_directories(scratch / "c/Users/designer/Desktop");
+    const std::map<std::string, std::string> folders = {
+        {"{source}", given["source"]}, {"{bin}", given["bin"]}, {"{scratch}", scratch.string()}};
+
+    if (!fs::exists(script)) {
+        std::cerr << "vornadel-transcript: no script " << script << '\n';
+        return 2;
+    }
+    const Header header = ReadHeader(ReadFile(script), folders);
+    std::vector<std::string> args = {given["runner"], "run"};
+    if (!header.part.empty()) args.push_back(header.part);
+    args.insert(args.end(), {"--drive", "C=" + (scratch / "c").string(), "--localappdata",
+                             "C:\\Users\\designer\\AppData\\Local", "--desktop", "C:\\Users\\designer\\Desktop"});
+    if (!Has(header.options, "--time")) args.insert(args.end(), {"--time", "2000-01-01T00:00:00.000"});
+    args.insert(args.end(), header.options.begin(), header.options.end());
+    args.insert(args.end(), {"--format", "tsv", "--script", script});
+
+    const std::string outFile = (scratch / "actual.tsv").string();
+    const std::string errFile = (scratch / "stderr.txt").string();
+    const int status = Spawn(args, header.env, outFile, errFile);
+    if (status < 0 || status == 127) {
+        std::cerr << "vornadel-transcript: could not run " << args[0] << '\n';
+        return 2;
+    }
+    const std::string actual = ReadFile(outFile);
+    const std::string expectedFile = (fs::path(script).parent_path() / fs::path(script).stem()).string() + ".expected";
+
+    bool same = true;
+    if (status != header.exit) {
+        std::cout << script << ": the runner exited with " << status << ", expected " << header.exit << '\n'
+                  << ReadFile(errFile);
+        same = false;
+    }
+    if (update) {
+        std::ofstream(expectedFile, std::ios::binary) << actual;
+        std::cout << "wrote " << expectedFile << '\n';
+    } else {
+        const std::string expected = ReadFile(expectedFile);
+        if (expected != actual) {
+            std::cout << script << ": the transcript differs from " << expectedFile << " (whole output: " << outFile
+                      << ")\n";
+            ReportDifferences(expected, actual);
+            same = false;
+        }
+    }
+    return same ? 0 : 1;
+}
