@@ -185,6 +185,22 @@ TEST_F(PartFile, MissingFileNamesTheFile) {
     }
 }
 
+TEST_F(PartFile, FolderIsNotAPartFile) {
+    try {
+        host::LoadWorkPart(folder_.string());
+        ADD_FAILURE() << "host: a folder must fail";
+    } catch (const host::PartFileError& e) {
+        EXPECT_TRUE(Contains(e.what(), "cannot be read: it is a folder")) << "host: says what is wrong";
+    }
+}
+
+TEST_F(PartFile, DeeplyNestedValueIsRefusedWithoutCrashing) {
+    std::string nested = std::string(200000, '[') + std::string(200000, ']');
+    EXPECT_TRUE(Contains(LoadError(u8R"({"format": "vornadel-part/1", "leaf": "A", "attributes": {"x": )" + nested + "}}"),
+                         "bad.part.json: attributes.x: an array is not an attribute value"))
+        << "host: a malformed file never crashes the host";
+}
+
 TEST_F(PartFile, MalformedJsonNamesLineAndColumn) {
     std::string message = LoadError("{\n  \"format\": \"vornadel-part/1\",\n  \"leaf\": \"A\"\n  \"bodies\": []\n}\n");
     EXPECT_TRUE(Contains(message, "bad.part.json:4:10: syntax error"))

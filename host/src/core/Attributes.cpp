@@ -288,7 +288,7 @@ ObjectData* ObjectByTag(tag_t tag) {
     return object == nullptr ? nullptr : dynamic_cast<ObjectData*>(object);
 }
 
-// NX Open type of a UF_ATTR_* type; AttributeTypeInvalid for one the host does not keep.
+// NX Open type of a UF_ATTR_* type; AttributeTypeInvalid for a number that is not one.
 NXObject::AttributeType OpenType(int ufType) {
     switch (ufType) {
     case UF_ATTR_integer: return NXObject::AttributeTypeInteger;
@@ -297,6 +297,7 @@ NXObject::AttributeType OpenType(int ufType) {
     case UF_ATTR_null: return NXObject::AttributeTypeNull;
     case UF_ATTR_string: return NXObject::AttributeTypeString;
     case UF_ATTR_any: return NXObject::AttributeTypeAny;
+    case UF_ATTR_reference: return NXObject::AttributeTypeReference;  // the host keeps none
     case UF_ATTR_bool: return NXObject::AttributeTypeBoolean;
     default: return NXObject::AttributeTypeInvalid;
     }

@@ -2,6 +2,7 @@
 // part back. The file is UTF-8 JSON; the model holds GBK. Every error names the file and the
 // place (a JSON path, or line and column for a syntax error); a failed load leaves the session
 // as it was, and a save goes through a temporary file so that a failed save leaves the old file.
+#include <cctype>
 #include <cerrno>
 #include <climits>
 #include <cmath>
@@ -9,6 +10,7 @@
 #include <cstring>
 #include <filesystem>
 #include <fstream>
+#include <functional>
 #include <map>
 #include <set>
 #include <sstream>
@@ -53,6 +55,14 @@ std::string Member(const std::string& path, const std::string& key) {
 }
 
 std::string Element(const std::string& path, size_t index) { return path + "[" + std::to_string(index) + "]"; }
+
+// A value as a message shows it: scalars as JSON writes them, objects and arrays by their kind
+// (writing those out would be long, and recursive for a deeply nested one).
+std::string Show(const Json& value) {
+    if (value.is_object()) return "an object";
+    if (value.is_array()) return "an array";
+    return value.dump();
+}
 
 // Finds the first key that an object of the file repeats (JSON allows it; nlohmann keeps one of
 // the values silently, which would lose data), while the parser reads the file.
@@ -118,7 +128,7 @@ public:
 
         const Json& format = Required(root, "", "format");
         if (!format.is_string() || format.get<std::string>() != kFormat)
-            Fail("format", format.dump() + " is not \"" + kFormat + "\"");
+            Fail("format", Show(format) + " is not \"" + kFormat + "\"");
 
         auto part = std::make_unique<PartImpl>();
         part->leaf = Text(Required(root, "", "leaf"), "leaf");
@@ -152,6 +162,8 @@ private:
     }
 
     std::string Read() const {
+        std::error_code ignored;
+        if (std::filesystem::is_directory(file_, ignored)) throw PartFileError(file_ + ": cannot be read: it is a folder");
         std::ifstream in(file_, std::ios::binary);
         if (!in) throw PartFileError(file_ + ": cannot be read: " + std::strerror(errno));
         std::ostringstream bytes;
@@ -208,7 +220,7 @@ private:
 
     // A JSON string as GBK.
     std::string Text(const Json& value, const std::string& path) const {
-        if (!value.is_string()) Fail(path, value.dump() + " is not a string");
+        if (!value.is_string()) Fail(path, Show(value) + " is not a string");
         try {
             return Utf8ToGbkStrict(value.get<std::string>());
         } catch (const std::runtime_error& e) {
@@ -217,12 +229,12 @@ private:
     }
 
     long long Integer(const Json& value, const std::string& path, long long low, long long high) const {
-        if (!value.is_number_integer()) Fail(path, value.dump() + " is not an integer");
+        if (!value.is_number_integer()) Fail(path, Show(value) + " is not an integer");
         if (value.is_number_unsigned() && value.get<unsigned long long>() > static_cast<unsigned long long>(high))
-            Fail(path, value.dump() + " is outside " + std::to_string(low) + ".." + std::to_string(high));
+            Fail(path, Show(value) + " is outside " + std::to_string(low) + ".." + std::to_string(high));
         long long n = value.get<long long>();
         if (n < low || n > high)
-            Fail(path, value.dump() + " is outside " + std::to_string(low) + ".." + std::to_string(high));
+            Fail(path, Show(value) + " is outside " + std::to_string(low) + ".." + std::to_string(high));
         return n;
     }
 
@@ -231,19 +243,19 @@ private:
     }
 
     double Number(const Json& value, const std::string& path) const {
-        if (!value.is_number()) Fail(path, value.dump() + " is not a number");
+        if (!value.is_number()) Fail(path, Show(value) + " is not a number");
         return value.get<double>();
     }
 
     double Size(const Json& object, const std::string& path, const char* key) const {
         std::string place = Member(path, key);
         double size = Number(Required(object, path, key), place);
-        if (!(size > 0)) Fail(place, object[key].dump() + " is not a positive size");
+        if (!(size > 0)) Fail(place, Show(object[key]) + " is not a positive size");
         return size;
     }
 
     bool Flag(const Json& value, const std::string& path) const {
-        if (!value.is_boolean()) Fail(path, value.dump() + " is not true or false");
+        if (!value.is_boolean()) Fail(path, Show(value) + " is not true or false");
         return value.get<bool>();
     }
 
@@ -290,7 +302,7 @@ private:
                     Fail(vplace, "not an attribute type (integer, real, boolean, time)");
                 }
             } else {
-                Fail(place, value.dump() + " is not an attribute value (a string, null, or one of "
+                Fail(place, Show(value) + " is not an attribute value (a string, null, or one of "
                                           "{\"integer\": n}, {\"real\": x}, {\"boolean\": b}, {\"time\": \"...\"})");
             }
             list.Set(a);
@@ -313,7 +325,7 @@ private:
             if (name == "selectable") part.layers.states[layer] = NXOpen::Layer::StateSelectable;
             else if (name == "visible") part.layers.states[layer] = NXOpen::Layer::StateVisible;
             else if (name == "invisible") part.layers.states[layer] = NXOpen::Layer::StateHidden;
-            else Fail(place, state.dump() + " is not a layer state (selectable, visible, invisible)");
+            else Fail(place, Show(state) + " is not a layer state (selectable, visible, invisible)");
         }
     }
 
@@ -361,7 +373,7 @@ private:
             if (!parts.is_array() || parts.empty()) Fail(place, "must be a non-empty array of {\"d\": ..., \"l\": ...}");
             for (size_t i = 0; i < parts.size(); ++i) solid.sections.push_back(Section(parts[i], Element(place, i)));
         } else {
-            Fail(Member(path, "shape"), shape.dump() + " is not a shape (box, cylinder, stack)");
+            Fail(Member(path, "shape"), Show(shape) + " is not a shape (box, cylinder, stack)");
         }
         return solid;
     }
