@@ -1,7 +1,8 @@
 #include "Runner.hpp"
 
 #include <stdlib.h>
-#include <unistd.h>
+
+#include <cctype>
 
 #include <filesystem>
 #include <fstream>
@@ -114,7 +115,7 @@ public:
     // The dialog script: runs commands until "close", the end of the input or a failure.
     void InDialog(host::LiveDialog& dialog) {
         if (source_.Interactive()) Draw(dialog);
-        while (!stopped_) {
+        while (!failed_) {
             std::optional<Command> c = source_.Next();
             if (!c) {
                 exhausted_ = true;
@@ -127,7 +128,7 @@ public:
 
     // The commands left once no dialog is shown any more.
     void AfterDialog() {
-        while (!stopped_ && !exhausted_) {
+        while (!failed_ && !exhausted_) {
             std::optional<Command> c = source_.Next();
             if (!c) return;
             Execute(*c, nullptr);
@@ -140,16 +141,15 @@ private:
     // Runs one command; false when the dialog is gone after it (closed, or a failure closed it).
     bool Execute(const Command& c, host::LiveDialog* dialog) {
         try {
-            const bool open = Run(c, dialog);
+            Run(c, dialog);
             events_.Flush();
-            return open;
+            return c.kind != CommandKind::Close;
         } catch (const ScriptError& e) {
             events_.Flush();
             err_ << "vornadel-host: " << source_.Where(c) << ": " << e.what() << '\n';
             if (source_.Interactive()) return true;
             // A script stops at its first failing command; its dialog closes as with "close".
             failed_ = true;
-            stopped_ = true;
             if (dialog != nullptr) dialog->Close();
             return false;
         }
@@ -180,39 +180,39 @@ private:
         }
     }
 
-    bool Run(const Command& c, host::LiveDialog* dialog) {
+    void Run(const Command& c, host::LiveDialog* dialog) {
         switch (c.kind) {
         case CommandKind::Set:
             Act(&Shown(dialog), [&] { dialog->SetText(c.blockId, host::Utf8ToGbk(c.text)); });
-            return true;
+            return;
         case CommandKind::Press:
             Act(&Shown(dialog), [&] { dialog->Press(c.blockId); });
-            return true;
+            return;
         case CommandKind::Folder:
             Act(&Shown(dialog), [&] { dialog->PickFolder("nativeFolderBrowser0", host::Utf8ToGbk(c.text)); });
-            return true;
+            return;
         case CommandKind::SelectBodies:
             Act(&Shown(dialog), [&] { dialog->SelectBodies("bodySelect0", c.tags); });
-            return true;
+            return;
         case CommandKind::AnswerSelection: {
             const NXOpen::Selection::Response response = c.answer == SelectionAnswer::Ok ? NXOpen::Selection::ResponseOk
                                                          : c.answer == SelectionAnswer::Cancel
                                                              ? NXOpen::Selection::ResponseCancel
                                                              : NXOpen::Selection::ResponseBack;
             Act(nullptr, [&] { host::QueueSelectionAnswer(response, c.tags); });
-            return dialog != nullptr;
+            return;
         }
         case CommandKind::Click: {
             NXOpen::BlockStyler::Node* node = Row(Shown(dialog), c.row);
             Act(dialog, [&] { dialog->Click(node, c.column); });
-            return true;
+            return;
         }
         case CommandKind::Edit: {
             NXOpen::BlockStyler::Node* node = Row(Shown(dialog), c.row);
             if (!Act(dialog, [&] { return dialog->Edit(node, c.column, host::Utf8ToGbk(c.text)); })) {
                 printer_.EditRefused(c.row, c.column, c.text);
             }
-            return true;
+            return;
         }
         case CommandKind::Menu: {
             NXOpen::BlockStyler::Node* node = Row(Shown(dialog), c.row);
@@ -223,9 +223,9 @@ private:
             if (!refused.empty()) {
                 printer_.MenuRefused(c.row, c.menuItem, refused);
             } else {
-                Act(dialog, [&] { return dialog->ChooseMenuItem(c.menuItem); });
+                Act(dialog, [&] { dialog->ChooseMenuItem(c.menuItem); });
             }
-            return true;
+            return;
         }
         case CommandKind::Show:
             switch (c.show) {
@@ -237,12 +237,11 @@ private:
                 printer_.Part(ReadPart(*host::WorkPart()));
                 break;
             }
-            return dialog != nullptr;
+            return;
         case CommandKind::Close:
             Shown(dialog).Close();
-            return false;
+            return;
         }
-        return true;
     }
 
     void Draw(host::LiveDialog& dialog) {
@@ -254,8 +253,7 @@ private:
     Printer& printer_;
     EventLog& events_;
     std::ostream& err_;
-    bool stopped_ = false;    // a script failed: nothing more runs
-    bool failed_ = false;
+    bool failed_ = false;     // a script command failed: nothing more runs
     bool exhausted_ = false;  // the input ended while the dialog was shown
 };
 
@@ -303,13 +301,44 @@ std::string LocalAppData(const Options& options) {
     return folder;
 }
 
-bool ReadFile(const std::string& path, std::string& text) {
-    std::ifstream file(path, std::ios::binary);
-    if (!file) return false;
+std::string ReadAll(std::istream& in) {
     std::ostringstream content;
-    content << file.rdbuf();
-    text = content.str();
-    return true;
+    content << in.rdbuf();
+    return content.str();
+}
+
+// Where the commands come from. Throws ScriptError naming the place of the first bad line.
+std::unique_ptr<CommandSource> MakeSource(const Options& options, std::istream& in, bool interactive,
+                                          std::ostream& out, std::ostream& err) {
+    if (!options.commands.empty()) {
+        std::vector<Command> commands;
+        for (size_t i = 0; i < options.commands.size(); ++i) {
+            const int number = static_cast<int>(i + 1);
+            try {
+                if (std::optional<Command> c = ParseLine(options.commands[i], number)) commands.push_back(*c);
+            } catch (const ScriptError& e) {
+                throw ScriptError("-e " + std::to_string(number) + ": " + e.what());
+            }
+        }
+        return std::make_unique<ListSource>(commands, "-e");
+    }
+    if (!options.scriptFile && interactive) return std::make_unique<TerminalSource>(in, out, err);
+    // A script file, "-", or standard input that is not a terminal.
+    std::string name = "standard input";
+    std::string text;
+    if (options.scriptFile && *options.scriptFile != "-") {
+        name = *options.scriptFile;
+        std::ifstream file(name, std::ios::binary);
+        if (!file) throw ScriptError("cannot read the script " + name);
+        text = ReadAll(file);
+    } else {
+        text = ReadAll(in);
+    }
+    try {
+        return std::make_unique<ListSource>(ParseScript(text), name);
+    } catch (const ScriptError& e) {
+        throw ScriptError(name + ": " + e.what());
+    }
 }
 
 }  // namespace
@@ -336,45 +365,9 @@ int Run(const Options& options, const Installation& installation, std::istream& 
     // The commands first: a script that does not parse runs nothing.
     std::unique_ptr<CommandSource> source;
     try {
-        if (options.scriptFile) {
-            std::string text;
-            const bool fromInput = *options.scriptFile == "-";
-            if (fromInput) {
-                std::ostringstream content;
-                content << in.rdbuf();
-                text = content.str();
-            } else if (!ReadFile(*options.scriptFile, text)) {
-                err << "vornadel-host: cannot read the script " << *options.scriptFile << '\n';
-                return kExitUsage;
-            }
-            const std::string name = fromInput ? "standard input" : *options.scriptFile;
-            try {
-                source = std::make_unique<ListSource>(ParseScript(text), name);
-            } catch (const ScriptError& e) {
-                err << "vornadel-host: " << name << ": " << e.what() << '\n';
-                return kExitUsage;
-            }
-        } else if (!options.commands.empty()) {
-            std::vector<Command> commands;
-            for (size_t i = 0; i < options.commands.size(); ++i) {
-                const int number = static_cast<int>(i + 1);
-                try {
-                    std::optional<Command> c = ParseLine(options.commands[i], number);
-                    if (c) commands.push_back(*c);
-                } catch (const ScriptError& e) {
-                    throw ScriptError("-e " + std::to_string(number) + ": " + e.what());
-                }
-            }
-            source = std::make_unique<ListSource>(commands, "-e");
-        } else if (interactive) {
-            source = std::make_unique<TerminalSource>(in, out, err);
-        } else {
-            std::ostringstream content;
-            content << in.rdbuf();
-            source = std::make_unique<ListSource>(ParseScript(content.str()), "standard input");
-        }
+        source = MakeSource(options, in, interactive, out, err);
     } catch (const ScriptError& e) {
-        err << "vornadel-host: " << (options.commands.empty() ? "standard input: " : "") << e.what() << '\n';
+        err << "vornadel-host: " << e.what() << '\n';
         return kExitUsage;
     }
 

@@ -32,6 +32,11 @@ runner::TreeView SampleTree() {
     return tree;
 }
 
+std::vector<host::BlockView> SampleBlocks() {
+    return {host::BlockView{"group", "Group", "基本信息", "", "", {}},
+            host::BlockView{"string031", "StringBlock", "产品材质", "group", "钢", {"钢", "铝"}}};
+}
+
 }  // namespace
 
 TEST(RunnerOutput, TsvFieldEscapesOnlyTabAndNewline) {
@@ -65,17 +70,13 @@ TEST(RunnerOutput, TextTreeIsAnIndentedTableOfTheVisibleColumns) {
 }
 
 TEST(RunnerOutput, TsvBlocksOneLinePerBlock) {
-    host::BlockView group{"group", "Group", "基本信息", "", "", {}};
-    host::BlockView material{"string031", "StringBlock", "产品材质", "group", "钢", {"钢", "铝"}};
-    const std::string out = Print(Format::Tsv, [&](Printer& p) { p.Blocks("标题", {group, material}); });
+    const std::string out = Print(Format::Tsv, [](Printer& p) { p.Blocks("标题", SampleBlocks()); });
     EXPECT_EQ(u8"group\tGroup\t基本信息\t\t\nstring031\tStringBlock\t产品材质\t钢\t钢|铝\n", out)
         << "id, class, label, value, choices joined by |";
 }
 
 TEST(RunnerOutput, TextBlocksNestUnderTheirContainers) {
-    host::BlockView group{"group", "Group", "基本信息", "", "", {}};
-    host::BlockView material{"string031", "StringBlock", "产品材质", "group", "钢", {"钢", "铝"}};
-    const std::string out = Print(Format::Text, [&](Printer& p) { p.Blocks("标题", {group, material}); });
+    const std::string out = Print(Format::Text, [](Printer& p) { p.Blocks("标题", SampleBlocks()); });
     EXPECT_EQ(u8"Dialog: 标题\n  [Group group] 基本信息\n    [StringBlock string031] 产品材质 = 钢  (choices: 钢 | 铝)\n", out)
         << "the title, then each block indented by its nesting";
 }
