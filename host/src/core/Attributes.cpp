@@ -57,13 +57,14 @@ void AttributeList::RemoveAll(NXObject::AttributeType type) {
         it = type == NXObject::AttributeTypeAny || it->type == type ? items_.erase(it) : it + 1;
 }
 
+namespace {
+
+// The ObjectData of an NX object; throws NXException when the object is not one of the core's.
 ObjectData& DataOf(NXObject* object) {
     ObjectData* data = dynamic_cast<ObjectData*>(object);
     if (data == nullptr) throw NXOpen::NXException::Create(kUfNotAttributeOwner);
     return *data;
 }
-
-namespace {
 
 // The host keeps no attribute arrays (the plug-in uses index -1 only).
 void RequireScalarIndex(int index) {

@@ -53,13 +53,10 @@ public:
     std::string name;  // NXObject::Name(), GBK
 };
 
-// The ObjectData of an NX object; throws NXException when the object is not one of the core's.
-ObjectData& DataOf(NXOpen::NXObject* object);
-
 class PartImpl;
 
-// Steel: 7.85 g/cm^3 in kg/mm^3, NX's unit of density for a millimetre part.
-constexpr double kDefaultDensity = 7.85e-6;
+// The density of every body: steel, 7.85 g/cm^3 in kg/mm^3, NX's unit for a millimetre part.
+constexpr double kSteelDensity = 7.85e-6;
 
 class BodyImpl : public NXOpen::Body, public ObjectData {
 public:
@@ -72,7 +69,6 @@ public:
     int color = 1;
     bool blanked = false;
     bool highlighted = false;
-    double density = kDefaultDensity;
     Solid solid;
     Placement placement;
 };

@@ -159,7 +159,7 @@ Body::Body() = default;
 Body::~Body() = default;
 bool Body::IsSolidBody() { return true; }
 bool Body::IsSheetBody() { return false; }
-double Body::Density() { return static_cast<BodyImpl*>(this)->density; }
+double Body::Density() { return host::core::kSteelDensity; }
 
 namespace Layer {
 

@@ -84,8 +84,7 @@ SolidProperties LocalProperties(const Solid& solid) {
     return p;
 }
 
-}  // namespace
-
+// The rotation matrix of Placement::rotate.
 Mat3 RotationMatrix(const Vec3& degrees) {
     const double a = degrees[0] * kPi / 180, b = degrees[1] * kPi / 180, c = degrees[2] * kPi / 180;
     const Mat3 rx{{{1, 0, 0}, {0, std::cos(a), -std::sin(a)}, {0, std::sin(a), std::cos(a)}}};
@@ -93,6 +92,8 @@ Mat3 RotationMatrix(const Vec3& degrees) {
     const Mat3 rz{{{std::cos(c), -std::sin(c), 0}, {std::sin(c), std::cos(c), 0}, {0, 0, 1}}};
     return Multiply(rz, Multiply(ry, rx));  // x first, then y, then z, about the part's axes
 }
+
+}  // namespace
 
 SolidProperties ComputeProperties(const Solid& solid, const Placement& placement) {
     SolidProperties p = LocalProperties(solid);
@@ -103,7 +104,10 @@ SolidProperties ComputeProperties(const Solid& solid, const Placement& placement
     return p;
 }
 
-// Cyclic Jacobi rotations; a 3x3 symmetric matrix converges in a handful of sweeps.
+namespace {
+
+// Eigenvalues (ascending) and unit eigenvectors (rows, in the same order) of a symmetric matrix,
+// by cyclic Jacobi rotations; a 3x3 matrix converges in a handful of sweeps.
 void SymmetricEigen(const Mat3& m, Vec3& values, Mat3& vectors) {
     Mat3 a = m;
     Mat3 v{{{1, 0, 0}, {0, 1, 0}, {0, 0, 1}}};  // columns are the eigenvectors
@@ -142,6 +146,7 @@ void SymmetricEigen(const Mat3& m, Vec3& values, Mat3& vectors) {
     }
 }
 
+}  // namespace
 }  // namespace host::core
 
 namespace {
@@ -164,7 +169,7 @@ bool UnitFactors(int units, double& length, double& mass) {
 
 extern "C" {
 
-// Solid bodies only (type 1); each body's own density (Body::Density) is used and the density
+// Solid bodies only (type 1); the bodies' density (Body::Density, steel) is used and the density
 // argument, as in NX for solids, is not. The values are exact, so accuracy and acc_value do not
 // matter and statistics are zero. Products of inertia are the integrals of xy, yz and zx dm
 // (host choice); principal moments ascend, the principal axes are the rows of [22..30] in the
@@ -191,19 +196,19 @@ int UF_MODL_ask_mass_props_3d(tag_t* objects, int num_objs, int type, int units,
         const SolidProperties& p = parts.back();
         area += p.area;
         volume += p.volume;
-        mass += p.volume * body->density;
-        for (int k = 0; k < 3; ++k) centroid[k] += p.volume * body->density * p.centroid[k];
+        mass += p.volume * kSteelDensity;
+        for (int k = 0; k < 3; ++k) centroid[k] += p.volume * kSteelDensity * p.centroid[k];
     }
     for (int k = 0; k < 3; ++k) centroid[k] /= mass;
     Mat3 central{};
     for (size_t b = 0; b < bodies.size(); ++b) {
-        const double rho = bodies[b]->density, m = parts[b].volume * rho;
+        const double m = parts[b].volume * kSteelDensity;
         Vec3 d;
         for (int k = 0; k < 3; ++k) d[k] = parts[b].centroid[k] - centroid[k];
         const double dd = d[0] * d[0] + d[1] * d[1] + d[2] * d[2];
         for (int i = 0; i < 3; ++i)
             for (int j = 0; j < 3; ++j)
-                central[i][j] += rho * parts[b].inertia[i][j] + m * ((i == j ? dd : 0) - d[i] * d[j]);
+                central[i][j] += kSteelDensity * parts[b].inertia[i][j] + m * ((i == j ? dd : 0) - d[i] * d[j]);
     }
     Mat3 origin = central;  // about the WCS origin
     const double cc = centroid[0] * centroid[0] + centroid[1] * centroid[1] + centroid[2] * centroid[2];

@@ -48,10 +48,4 @@ struct SolidProperties {
 
 SolidProperties ComputeProperties(const Solid& solid, const Placement& placement);
 
-// The rotation matrix of Placement::rotate.
-Mat3 RotationMatrix(const Vec3& degrees);
-
-// Eigenvalues (ascending) and unit eigenvectors (rows, in the same order) of a symmetric matrix.
-void SymmetricEigen(const Mat3& m, Vec3& values, Mat3& vectors);
-
 }  // namespace host::core
