@@ -11,6 +11,7 @@
 #include "shell/BaseBom.h"
 #include "shell/BomHeadInfo.h"
 #include "stdparts/StdPartRecords.h"
+#include "stdparts/StdPartStore.h"
 
 namespace NXOpen {
 class Session;
@@ -85,6 +86,12 @@ public:
     // Commands: export and display of standard-part bodies.
     void ExportBom();
     void ShowStdPartLayers();
+    // The colour passes over the snapshot (each record's own body, then its children's bodies),
+    // each followed by a rebuild from the work part that keeps the snapshot:
+    // bodies of the modification colour blanked, all others unblanked (button021) ...
+    void ShowOnlyUnmodifiedBodies();
+    // ... or bodies of the modification colour unblanked, all others blanked (button02).
+    void ShowOnlyModifiedBodies();
 
     // Members, in this order.
     const char* dialogFileName;                                 // "Vornadel.dlx"; not owned
@@ -128,6 +135,7 @@ public:
     bool addToGroupMode;
     NXOpen::BlockStyler::Node* addToGroupNode;                   // not owned
     std::string userConfigPath;
+    StdPartStore stdPartStore;  // owns the BodyInfo objects of a build and the tree snapshots
 
 private:
     Vornadel(const Vornadel&);

@@ -1,0 +1,34 @@
+#include "stdparts/StdPartStore.h"
+
+#include "platform/BodyInfo.h"
+#include "stdparts/StdPartRecords.h"
+#include "stdparts/TreeReadBack.h"
+
+StdPartStore::StdPartStore()
+{
+}
+
+StdPartStore::~StdPartStore()
+{
+    ReleaseBodyInfos();
+    DeleteNodeParams(snapshotRecords_);
+}
+
+BodyInfo* StdPartStore::NewBodyInfo(NXOpen::Body* body)
+{
+    BodyInfo* info = new BodyInfo(body);
+    bodyInfos_.push_back(info);
+    return info;
+}
+
+void StdPartStore::ReleaseBodyInfos()
+{
+    for (std::vector<BodyInfo*>::size_type i = 0; i < bodyInfos_.size(); ++i)
+        delete bodyInfos_[i];
+    bodyInfos_.clear();
+}
+
+void StdPartStore::KeepSnapshot(const std::vector<NodeParam*>& records)
+{
+    snapshotRecords_.insert(snapshotRecords_.end(), records.begin(), records.end());
+}

@@ -1,0 +1,208 @@
+// BodyInfo: the wrapped body, the standard-part mark, and the search for bodies that are the
+// same solid, decided from NX's mass properties.
+
+#include "StdPartsFixture.hpp"
+
+
+using namespace stdparts_test;
+
+namespace {
+
+class BodyMatching : public StdPartsFixture {
+protected:
+    // Wraps the bodies of the given tags; the wrappers live as long as the test.
+    std::vector<BodyInfo*> Wrap(const std::vector<unsigned>& tags)
+    {
+        std::vector<BodyInfo*> infos;
+        for (unsigned tag : tags) {
+            owned_.push_back(std::make_unique<BodyInfo>(Body(tag)));
+            infos.push_back(owned_.back().get());
+        }
+        return infos;
+    }
+
+    static std::vector<unsigned> Tags(const std::vector<BodyInfo*>& infos)
+    {
+        std::vector<unsigned> tags;
+        for (BodyInfo* info : infos)
+            tags.push_back(info->GetBody()->Tag());
+        return tags;
+    }
+
+    std::vector<std::unique_ptr<BodyInfo>> owned_;
+};
+
+TEST_F(BodyMatching, GetBodyGivesTheWrappedBody)
+{
+    LoadBodies({{1001, Marked()}});
+    BodyInfo info(Body(1001));
+    EXPECT_EQ(Body(1001), info.GetBody());
+}
+
+TEST_F(BodyMatching, MovedCopyIsTheSameSolid)
+{
+    BodySpec copy{1002, Marked()};
+    copy.at = {250, -40, 75};
+    LoadBodies({{1001, Marked()}, copy});
+    std::vector<BodyInfo*> infos = Wrap({1001, 1002});
+    std::vector<BodyInfo*> candidates = {infos[1]};
+    EXPECT_EQ(std::vector<unsigned>{1002}, Tags(infos[0]->GetSameBodys(candidates, false)));
+}
+
+TEST_F(BodyMatching, RotatedCopyIsTheSameSolid)
+{
+    BodySpec copy{1002, Marked()};
+    copy.at = {10, 20, 30};
+    copy.rotate = {37, 90, 12};
+    LoadBodies({{1001, Marked()}, copy});
+    std::vector<BodyInfo*> infos = Wrap({1001, 1002});
+    std::vector<BodyInfo*> candidates = {infos[1]};
+    EXPECT_EQ(std::vector<unsigned>{1002}, Tags(infos[0]->GetSameBodys(candidates, false)));
+}
+
+TEST_F(BodyMatching, ScrewOneSizeLongerIsAnotherSolid)
+{
+    BodySpec longer{1002, Marked()};
+    longer.solid = Screw(6, 25);
+    LoadBodies({{1001, Marked()}, longer});
+    std::vector<BodyInfo*> infos = Wrap({1001, 1002});
+    std::vector<BodyInfo*> candidates = {infos[1]};
+    EXPECT_TRUE(infos[0]->GetSameBodys(candidates, false).empty()) << "M6x20 and M6x25 differ in volume";
+}
+
+TEST_F(BodyMatching, PinFiveMillimetresLongerOfFourHundredIsAnotherSolid)
+{
+    BodySpec pin{1001, Marked()};
+    pin.solid = Stack({{8, 4}, {4, 400}});
+    BodySpec longer{1002, Marked()};
+    longer.solid = Stack({{8, 4}, {4, 405}});
+    LoadBodies({pin, longer});
+    std::vector<BodyInfo*> infos = Wrap({1001, 1002});
+    std::vector<BodyInfo*> candidates = {infos[1]};
+    EXPECT_TRUE(infos[0]->GetSameBodys(candidates, false).empty()) << "about 1% apart: far above the tolerance";
+}
+
+TEST_F(BodyMatching, BoxesOfEqualVolumeButAnotherShapeDiffer)
+{
+    BodySpec cube{1001, Marked()};
+    cube.solid = Box(20, 20, 20);
+    BodySpec slab{1002, Marked()};
+    slab.solid = Box(10, 40, 20);
+    LoadBodies({cube, slab});
+    std::vector<BodyInfo*> infos = Wrap({1001, 1002});
+    std::vector<BodyInfo*> candidates = {infos[1]};
+    EXPECT_TRUE(infos[0]->GetSameBodys(candidates, false).empty()) << "same volume, other area and moments";
+}
+
+TEST_F(BodyMatching, BoxTurnedOntoAnotherFaceIsTheSameSolid)
+{
+    BodySpec block{1001, Marked()};
+    block.solid = Box(20, 30, 50);
+    BodySpec turned = block;
+    turned.tag = 1002;
+    turned.rotate = {90, 0, 90};
+    LoadBodies({block, turned});
+    std::vector<BodyInfo*> infos = Wrap({1001, 1002});
+    std::vector<BodyInfo*> candidates = {infos[1]};
+    EXPECT_EQ(std::vector<unsigned>{1002}, Tags(infos[0]->GetSameBodys(candidates, false)))
+        << "principal moments do not depend on which axis is which";
+}
+
+TEST_F(BodyMatching, ResultKeepsCandidateOrderAndLeavesTheCandidatesUnchanged)
+{
+    BodySpec longer{1003, Marked()};
+    longer.solid = Screw(6, 25);
+    BodySpec turned{1004, Marked()};
+    turned.rotate = {180, 0, 0};
+    LoadBodies({{1001, Marked()}, {1002, Marked()}, longer, turned});
+    std::vector<BodyInfo*> infos = Wrap({1001, 1002, 1003, 1004});
+    std::vector<BodyInfo*> candidates = {infos[3], infos[2], infos[1]};
+    const std::vector<BodyInfo*> before = candidates;
+    EXPECT_EQ((std::vector<unsigned>{1004, 1002}), Tags(infos[0]->GetSameBodys(candidates, false)));
+    EXPECT_EQ(before, candidates) << "the candidate list is not changed";
+}
+
+TEST_F(BodyMatching, CandidateWrappingTheSameBodyMatches)
+{
+    LoadBodies({{1001, Marked()}});
+    std::vector<BodyInfo*> infos = Wrap({1001, 1001});
+    std::vector<BodyInfo*> candidates = {infos[1]};
+    EXPECT_EQ(1u, infos[0]->GetSameBodys(candidates, false).size());
+}
+
+TEST_F(BodyMatching, EmptyCandidateListGivesNothing)
+{
+    LoadBodies({{1001, Marked()}});
+    std::vector<BodyInfo*> infos = Wrap({1001});
+    std::vector<BodyInfo*> candidates;
+    EXPECT_TRUE(infos[0]->GetSameBodys(candidates, false).empty());
+}
+
+TEST_F(BodyMatching, FlagTrueAcceptsMovedCopiesButNotTurnedOnes)
+{
+    BodySpec moved{1002, Marked()};
+    moved.at = {100, 0, 0};
+    BodySpec turned{1003, Marked()};
+    turned.rotate = {0, 90, 0};
+    LoadBodies({{1001, Marked()}, moved, turned});
+    std::vector<BodyInfo*> infos = Wrap({1001, 1002, 1003});
+    std::vector<BodyInfo*> candidates = {infos[1], infos[2]};
+    EXPECT_EQ(std::vector<unsigned>{1002}, Tags(infos[0]->GetSameBodys(candidates, true)))
+        << "true: the same solid lying the same way";
+    EXPECT_EQ((std::vector<unsigned>{1002, 1003}), Tags(infos[0]->GetSameBodys(candidates, false)))
+        << "false: the same solid however it lies";
+}
+
+TEST_F(BodyMatching, FlagTrueDoesNotSeeATurnAboutTheAxisOfSymmetry)
+{
+    BodySpec spun{1002, Marked()};
+    spun.rotate = {0, 0, 73};
+    LoadBodies({{1001, Marked()}, spun});
+    std::vector<BodyInfo*> infos = Wrap({1001, 1002});
+    std::vector<BodyInfo*> candidates = {infos[1]};
+    EXPECT_EQ(1u, infos[0]->GetSameBodys(candidates, true).size()) << "a screw turned about its own axis";
+}
+
+TEST_F(BodyMatching, FlagTrueStillRejectsAnotherSolid)
+{
+    BodySpec longer{1002, Marked()};
+    longer.solid = Screw(6, 25);
+    LoadBodies({{1001, Marked()}, longer});
+    std::vector<BodyInfo*> infos = Wrap({1001, 1002});
+    std::vector<BodyInfo*> candidates = {infos[1]};
+    EXPECT_TRUE(infos[0]->GetSameBodys(candidates, true).empty());
+}
+
+TEST_F(BodyMatching, GetBodyFacetAttrFindsTheMarkAndItsValue)
+{
+    LoadBodies({{1001, Marked()}});
+    std::string value = "sentinel";
+    EXPECT_TRUE(BodyInfo::GetBodyFacetAttr(Body(1001), "转图标识", value));
+    EXPECT_EQ("Y", value);
+}
+
+TEST_F(BodyMatching, GetBodyFacetAttrWithoutTheMarkGivesFalseAndLeavesTheValue)
+{
+    LoadBodies({{1001, {{"名称", "定模板"}}}});
+    std::string value = "sentinel";
+    EXPECT_FALSE(BodyInfo::GetBodyFacetAttr(Body(1001), "转图标识", value));
+    EXPECT_EQ("sentinel", value) << "nothing is written when the mark is missing";
+}
+
+TEST_F(BodyMatching, GetBodyFacetAttrIgnoresAMarkOfAnotherType)
+{
+    LoadBodies({{1001, {{"转图标识", Json{{"integer", 1}}}}}});
+    std::string value = "sentinel";
+    EXPECT_FALSE(BodyInfo::GetBodyFacetAttr(Body(1001), "转图标识", value)) << "only a string attribute is a mark";
+    EXPECT_EQ("sentinel", value);
+}
+
+TEST_F(BodyMatching, GetBodyFacetAttrGivesTheValueAsItStands)
+{
+    LoadBodies({{1001, {{"转图标识", "Y "}}}});
+    std::string value;
+    EXPECT_TRUE(BodyInfo::GetBodyFacetAttr(Body(1001), "转图标识", value));
+    EXPECT_EQ("Y ", value) << "no trimming: the caller decides what counts";
+}
+
+}  // namespace
