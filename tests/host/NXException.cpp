@@ -5,10 +5,6 @@
 #include <gtest/gtest.h>
 
 #include <NXOpen/NXException.hxx>
-#include <NXOpen/PartCollection.hxx>
-#include <NXOpen/Session.hxx>
-
-#include "CoreFixture.hpp"
 
 namespace {
 
@@ -45,13 +41,6 @@ TEST(NXException, CopyKeepsMessageAndCode) {
     NXOpen::NXException copy(original);
     EXPECT_STREQ(original.Message(), copy.Message()) << "NX: a copy keeps the message";
     EXPECT_EQ(original.ErrorCode(), copy.ErrorCode()) << "NX: a copy keeps the code";
-}
-
-class NXExceptionThrown : public HostCoreTest {};
-
-TEST_F(NXExceptionThrown, WorkWithoutWorkPartThrowsNXException) {
-    EXPECT_THROW(NXOpen::Session::GetSession()->Parts()->Work(), NXOpen::NXException)
-        << "NX: PartCollection::Work throws when there is no work part";
 }
 
 }  // namespace

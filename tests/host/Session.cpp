@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <NXOpen/ListingWindow.hxx>
+#include <NXOpen/NXException.hxx>
 #include <NXOpen/PartCollection.hxx>
 #include <NXOpen/Session.hxx>
 #include <uf.h>
@@ -26,6 +27,11 @@ TEST_F(Session, WorkIsTheLoadedPart) {
     EXPECT_EQ(loaded, parts->Work()) << "NX: Work() is the work part";
     EXPECT_EQ(loaded, parts->BaseWork()) << "NX: BaseWork() is the work part as BasePart";
     EXPECT_EQ(loaded, parts->Display()) << "host: the work part is also displayed";
+}
+
+TEST_F(Session, WorkWithoutWorkPartThrowsNXException) {
+    EXPECT_THROW(NXOpen::Session::GetSession()->Parts()->Work(), NXOpen::NXException)
+        << "NX: PartCollection::Work throws when there is no work part";
 }
 
 TEST_F(Session, BaseWorkWithoutWorkPartIsNull) {
