@@ -17,7 +17,7 @@ struct Element {
     std::string name;
     std::vector<std::pair<std::string, std::string>> attributes;
     std::vector<Element> children;
-    int line = 0;
+    size_t offset = 0;  // of its '<' in the file, for messages
 
     const std::string* Attribute(const char* attributeName) const {
         for (const auto& [key, value] : attributes) {
@@ -36,6 +36,10 @@ struct Element {
         return nullptr;
     }
 };
+
+int LineAt(const std::string& text, size_t offset) {
+    return 1 + static_cast<int>(std::count(text.begin(), text.begin() + std::min(offset, text.size()), '\n'));
+}
 
 // Deeper nesting than this is refused instead of recursing without bound on a hostile file.
 const int kMaxDepth = 256;
@@ -116,8 +120,7 @@ public:
 
 private:
     [[noreturn]] void Fail(const std::string& what) const {
-        int line = 1 + static_cast<int>(std::count(text_.begin(), text_.begin() + std::min(pos_, text_.size()), '\n'));
-        throw DlxError(name_ + ":" + std::to_string(line) + ": " + what);
+        throw DlxError(name_ + ":" + std::to_string(LineAt(text_, pos_)) + ": " + what);
     }
 
     bool AtEnd() const { return pos_ >= text_.size(); }
@@ -228,7 +231,7 @@ private:
     Element ReadElement(int depth) {
         if (depth > kMaxDepth) Fail("elements nest too deeply");
         Element element;
-        element.line = 1 + static_cast<int>(std::count(text_.begin(), text_.begin() + pos_, '\n'));
+        element.offset = pos_;
         ++pos_;  // '<'
         element.name = ReadName("an element name after '<'");
         for (;;) {
@@ -309,7 +312,7 @@ bool IsContainer(BlockKind kind) { return kind == BlockKind::Group || kind == Bl
 
 class DialogBuilder {
 public:
-    explicit DialogBuilder(const std::string& name) : name_(name) {}
+    DialogBuilder(const std::string& text, const std::string& name) : text_(text), name_(name) {}
 
     DlxDialog Build(const Element& root) {
         if (root.name != "Dialog") Fail(root, "the root element is <" + root.name + ">, not <Dialog>");
@@ -326,7 +329,7 @@ public:
 
 private:
     [[noreturn]] void Fail(const Element& at, const std::string& what) const {
-        throw DlxError(name_ + ":" + std::to_string(at.line) + ": " + what);
+        throw DlxError(name_ + ":" + std::to_string(LineAt(text_, at.offset)) + ": " + what);
     }
 
     std::map<std::string, DlxProperty> ReadProperties(const Element& list) {
@@ -399,6 +402,7 @@ private:
         }
     }
 
+    const std::string& text_;
     const std::string& name_;
     DlxDialog dialog_;
     std::set<std::string> ids_;
@@ -426,7 +430,7 @@ std::string DlxBlock::Value(const std::string& propertyId, const std::string& fa
 
 DlxDialog ParseDlx(const std::string& text, const std::string& name) {
     Element root = XmlReader(text, name).ReadDocument();
-    return DialogBuilder(name).Build(root);
+    return DialogBuilder(text, name).Build(root);
 }
 
 DlxDialog ReadDlxFile(const std::string& path) {
