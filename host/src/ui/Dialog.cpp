@@ -1,0 +1,285 @@
+// UI and BlockDialog: finding and reading a dialog file, building the dialog's blocks from it,
+// and the modal Show with NX's order of callbacks: initialize, dialog shown, then the designer's
+// actions (the driver's dialog script) until the dialog closes.
+#include <algorithm>
+#include <filesystem>
+
+#include <NXOpen/BlockStyler_PropertyList.hxx>
+#include <NXOpen/NXMessageBox.hxx>
+#include <NXOpen/UI.hxx>
+
+#include "HostSession.hpp"
+#include "ui/Ui.hpp"
+
+namespace host::ui {
+
+void Fail(const std::string& message) { throw NXOpen::NXException::Create(message.c_str()); }
+
+UiState& State() {
+    static UiState* state = new UiState;
+    return *state;
+}
+
+namespace {
+
+class UiImpl : public NXOpen::UI {};
+
+bool IsTrue(const DlxBlock& b, const char* property, bool fallback) {
+    std::string value = b.Value(property, fallback ? "True" : "False");
+    return value == "True";
+}
+
+std::unique_ptr<BlockImpl> MakeBlock(DialogImpl& dialog, const DlxBlock& b) {
+    std::string label = host::Utf8ToGbk(b.label);
+    const char* cls = KindName(b.kind);
+    std::unique_ptr<BlockImpl> block;
+    switch (b.kind) {
+    case BlockKind::Group:
+        block = std::make_unique<GroupImpl>(dialog, cls, b.id, label);
+        break;
+    case BlockKind::ScrolledWindow:
+        block = std::make_unique<ScrolledWindowImpl>(dialog, cls, b.id, label);
+        break;
+    case BlockKind::Button:
+        block = std::make_unique<ButtonImpl>(dialog, cls, b.id, label);
+        break;
+    case BlockKind::StringBlock: {
+        auto s = std::make_unique<StringBlockImpl>(dialog, cls, b.id, label);
+        s->style = b.Value("PresentationStyle", "KeyIn");
+        s->value = host::Utf8ToGbk(b.Value("WideValue", b.Value("Value", "")));
+        auto items = b.properties.find("ListItems");
+        if (items != b.properties.end()) {
+            for (const std::string& item : items->second.strings) s->items.push_back(host::Utf8ToGbk(item));
+        }
+        s->readOnly = IsTrue(b, "ReadOnlyString", false);
+        block = std::move(s);
+        break;
+    }
+    case BlockKind::Tree: {
+        auto t = std::make_unique<TreeImpl>(dialog, cls, b.id, label);
+        t->multipleSelection = b.Value("SelectionMode", "Multiple") == "Multiple";
+        t->showHeader = IsTrue(b, "ShowHeader", true);
+        t->showToolTips = IsTrue(b, "ShowToolTips", false);
+        t->sortRootNodes = IsTrue(b, "SortRootNodes", false);
+        block = std::move(t);
+        break;
+    }
+    case BlockKind::BodyCollector:
+        block = std::make_unique<BodyCollectorImpl>(dialog, cls, b.id, label);
+        break;
+    case BlockKind::FolderSelection: {
+        auto f = std::make_unique<FolderSelectionImpl>(dialog, cls, b.id, label);
+        f->path = host::Utf8ToGbk(b.Value("Path", ""));
+        block = std::move(f);
+        break;
+    }
+    }
+    block->show = IsTrue(b, "Visibility", true);
+    block->enable = IsTrue(b, "Sensitivity", true);
+    block->expanded = IsTrue(b, "Expanded", true);
+    block->group = IsTrue(b, "Group", b.kind == BlockKind::Group);
+    return block;
+}
+
+// NX looks for a dialog file given by bare name in the folder it was started from, then in
+// $UGII_USER_DIR/application; the host adds its own search path after those.
+std::vector<std::filesystem::path> DialogFolders() {
+    std::vector<std::filesystem::path> folders;
+    const UiState& s = State();
+    folders.push_back(s.startFolder.empty() ? std::filesystem::current_path() : std::filesystem::path(s.startFolder));
+    if (std::optional<std::string> userDir = host::EnvironmentValue("UGII_USER_DIR")) {
+        if (!userDir->empty()) folders.push_back(std::filesystem::path(host::GbkToUtf8(*userDir)) / "application");
+    }
+    for (const std::string& folder : s.searchPath) folders.push_back(folder);
+    return folders;
+}
+
+std::filesystem::path FindDialogFile(const std::string& name) {
+    std::string searched;
+    if (!name.empty()) {
+        for (const std::filesystem::path& folder : DialogFolders()) {
+            std::filesystem::path candidate = folder / host::GbkToUtf8(name);
+            std::error_code error;
+            if (std::filesystem::is_regular_file(candidate, error)) return candidate;
+            searched += (searched.empty() ? "" : ", ") + folder.string();
+        }
+    }
+    Fail(host::Utf8ToGbk("UI::CreateDialog: dialog file \"" + host::GbkToUtf8(name) + "\" not found (searched " + searched + ")"));
+}
+
+}  // namespace
+
+BlockImpl::BlockImpl(DialogImpl& owner, const std::string& cls, const std::string& blockId, const std::string& blockLabel)
+    : dialog(owner), className(cls), id(blockId), label(blockLabel) {}
+
+BlockImpl::~BlockImpl() = default;
+
+BlockImpl& Impl(NXOpen::BlockStyler::UIBlock* block) {
+    BlockImpl* impl = dynamic_cast<BlockImpl*>(block);
+    if (impl == nullptr) Fail("not a block of a dialog");
+    return *impl;
+}
+
+const char* Unusable(const BlockImpl& block) {
+    for (const BlockImpl* at = &block; at != nullptr; at = at->parent) {
+        if (!at->show) return "hidden";
+        if (!at->enable) return "disabled";
+    }
+    return nullptr;
+}
+
+DialogImpl::DialogImpl(const DlxDialog& file) : title(host::Utf8ToGbk(file.title)) {
+    top = std::make_unique<CompositeBlockImpl>(*this, "CompositeBlock", "Dialog", title);
+    for (const DlxBlock& b : file.blocks) {
+        std::unique_ptr<BlockImpl> block = MakeBlock(*this, b);
+        BlockImpl* parent = b.parentId.empty() ? top.get() : FindBlock(b.parentId);
+        block->parent = parent;
+        parent->members.push_back(block.get());
+        blocks.push_back(std::move(block));
+    }
+}
+
+DialogImpl::~DialogImpl() {
+    CloseWindows(*this);
+    std::vector<DialogImpl*>& shown = State().shown;
+    shown.erase(std::remove(shown.begin(), shown.end(), this), shown.end());
+}
+
+BlockImpl* DialogImpl::FindBlock(const std::string& blockId) {
+    for (const std::unique_ptr<BlockImpl>& block : blocks) {
+        if (block->id == blockId) return block.get();
+    }
+    return nullptr;
+}
+
+void DialogImpl::Update(BlockImpl& block) {
+    if (update) (*update)(block.Ui());
+}
+
+DialogImpl& Impl(NXOpen::BlockStyler::BlockDialog* dialog) {
+    return *static_cast<DialogImpl*>(dialog->GetHandle());
+}
+
+}  // namespace host::ui
+
+namespace host {
+
+using ui::State;
+
+void SetDialogSearchPath(const std::vector<std::string>& folders) { State().searchPath = folders; }
+
+void SetStartFolder(const std::string& folder) { State().startFolder = folder; }
+
+void SetDialogScript(std::function<void(LiveDialog&)> script) { State().script = std::move(script); }
+
+LiveDialog* CurrentDialog() {
+    const std::vector<ui::DialogImpl*>& shown = State().shown;
+    return shown.empty() ? nullptr : shown.back()->live.get();
+}
+
+void ResetUserInterface() {
+    ui::UiState& s = State();
+    for (ui::DialogImpl* dialog : s.shown) {
+        ui::CloseWindows(*dialog);
+        dialog->closed = true;
+    }
+    s.shown.clear();
+    s.messages.clear();
+    s.answers.clear();
+    s.requests.clear();
+    s.script = nullptr;
+}
+
+}  // namespace host
+
+namespace NXOpen {
+
+using host::ui::Fail;
+using host::ui::Impl;
+
+UI::UI() {}
+UI::~UI() {}
+
+UI* UI::GetUI() {
+    static UI* ui = new host::ui::UiImpl;
+    return ui;
+}
+
+BlockStyler::BlockDialog* UI::CreateDialog(const NXString& dialogName) { return CreateDialog(dialogName.GetLocaleText()); }
+
+BlockStyler::BlockDialog* UI::CreateDialog(const char* dialogName) {
+    std::filesystem::path path = host::ui::FindDialogFile(dialogName == nullptr ? "" : dialogName);
+    host::ui::DlxDialog file;
+    try {
+        file = host::ui::ReadDlxFile(path.string());
+    } catch (const host::ui::DlxError& e) {
+        Fail(host::Utf8ToGbk(std::string("UI::CreateDialog: ") + e.what()));
+    }
+    return new BlockStyler::BlockDialog(new host::ui::DialogImpl(file));
+}
+
+void UI::LockAccess() {}
+void UI::UnlockAccess() {}
+
+namespace BlockStyler {
+
+BlockDialog::BlockDialog(void* ptr) : TransientObject(ptr) {}
+
+BlockDialog::~BlockDialog() { delete &Impl(this); }
+
+void BlockDialog::AddUpdateHandler(const Update& cb) { Impl(this).update = host::ui::Keep(cb); }
+void BlockDialog::AddInitializeHandler(const Initialize& cb) { Impl(this).initialize = host::ui::Keep(cb); }
+void BlockDialog::AddDialogShownHandler(const DialogShown& cb) { Impl(this).dialogShown = host::ui::Keep(cb); }
+void BlockDialog::AddOkHandler(const Ok& okCb) { Impl(this).ok = host::ui::Keep(okCb); }
+void BlockDialog::AddApplyHandler(const Apply& applyCb) { Impl(this).apply = host::ui::Keep(applyCb); }
+void BlockDialog::AddCancelHandler(const Cancel& cancelCb) { Impl(this).cancel = host::ui::Keep(cancelCb); }
+void BlockDialog::AddCloseHandler(const Close& closeCb) { Impl(this).close = host::ui::Keep(closeCb); }
+void BlockDialog::AddFilterHandler(const Filter& cb) { Impl(this).filter = host::ui::Keep(cb); }
+
+Selection::Response BlockDialog::Show() { return Show(DialogModeCreate); }
+
+// The dialog stays modal until the script closes it; a handler's exception ends the dialog and is
+// thrown on from here, as NX passes exceptions escaping a callback on to the caller of Show.
+Selection::Response BlockDialog::Show(DialogMode) {
+    host::ui::DialogImpl& d = Impl(this);
+    if (d.showing) Fail("BlockDialog::Show: the dialog is already shown");
+    host::ui::UiState& s = host::ui::State();
+    d.showing = true;
+    d.closed = false;
+    d.endedBy = nullptr;
+    d.live = host::ui::MakeLiveDialog(d);
+    s.shown.push_back(&d);
+    auto end = [&d, &s] {
+        host::ui::CloseWindows(d);
+        s.shown.erase(std::remove(s.shown.begin(), s.shown.end(), &d), s.shown.end());
+        d.showing = false;
+        d.closed = true;
+    };
+    try {
+        if (d.initialize) (*d.initialize)();
+        host::ui::OpenWindows(d);
+        if (d.dialogShown) (*d.dialogShown)();
+        std::function<void(host::LiveDialog&)> script = s.script;
+        if (script && !d.closed) script(*d.live);
+    } catch (...) {
+        end();
+        throw;
+    }
+    end();
+    if (d.endedBy) std::rethrow_exception(d.endedBy);
+    return Selection::ResponseCancel;
+}
+
+CompositeBlock* BlockDialog::TopBlock() { return Impl(this).top.get(); }
+
+void BlockDialog::PerformApply() {
+    host::ui::DialogImpl& d = Impl(this);
+    if (d.apply) (*d.apply)();
+}
+
+PropertyList* BlockDialog::GetBlockProperties(const NXString& blockName) { return GetBlockProperties(blockName.GetLocaleText()); }
+
+PropertyList* BlockDialog::GetBlockProperties(const char* blockName) { return TopBlock()->FindBlock(blockName)->GetProperties(); }
+
+}  // namespace BlockStyler
+}  // namespace NXOpen

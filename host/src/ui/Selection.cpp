@@ -1,0 +1,127 @@
+// Selection dialogs: each request is recorded (message, title, scope, action, flags, mask) and
+// answered by the next answer the driver queued; with none queued the designer cancels. The
+// answer is taken as given: the host does not check the objects against the mask.
+#include <algorithm>
+#include <stdexcept>
+
+#include <NXOpen/Body.hxx>
+#include <NXOpen/NXObject.hxx>
+#include <NXOpen/Selection.hxx>
+#include <NXOpen/UI.hxx>
+
+#include "ui/Ui.hpp"
+
+namespace host::ui {
+namespace {
+
+using NXOpen::Selection;
+
+class SelectionImpl : public Selection {
+public:
+    NXOpen::TaggedObject tag;
+};
+
+std::string Text(const char* s) { return s == nullptr ? std::string() : std::string(s); }
+
+Selection::Response Ask(SelectionRequest request, std::vector<NXOpen::TaggedObject*>& objects) {
+    UiState& s = State();
+    s.requests.push_back(std::move(request));
+    objects.clear();
+    if (s.answers.empty()) return Selection::ResponseCancel;
+    Answer answer = s.answers.front();
+    s.answers.erase(s.answers.begin());
+    if (answer.response != Selection::ResponseBack && answer.response != Selection::ResponseCancel) {
+        objects = BodiesWithTags(answer.tags);
+    }
+    return answer.response;
+}
+
+Selection::Response AskObjects(SelectionRequest request, std::vector<NXOpen::NXObject*>& objectArray) {
+    std::vector<NXOpen::TaggedObject*> objects;
+    Selection::Response response = Ask(std::move(request), objects);
+    objectArray.clear();
+    for (NXOpen::TaggedObject* o : objects) objectArray.push_back(dynamic_cast<NXOpen::NXObject*>(o));
+    return response;
+}
+
+SelectionRequest Request(const std::string& message, const std::string& title, Selection::SelectionScope scope,
+                         Selection::SelectionAction action, bool includeFeatures, bool keepHighlighted,
+                         const std::vector<Selection::MaskTriple>& masks) {
+    return SelectionRequest{message, title, scope, action, includeFeatures, keepHighlighted, masks};
+}
+
+}  // namespace
+
+std::vector<NXOpen::TaggedObject*> BodiesWithTags(const std::vector<unsigned int>& tags) {
+    std::vector<NXOpen::TaggedObject*> bodies;
+    for (unsigned int tag : tags) {
+        NXOpen::Body* body = host::FindBody(tag);
+        if (body == nullptr) throw std::invalid_argument("no body of the work part has tag " + std::to_string(tag));
+        bodies.push_back(body);
+    }
+    return bodies;
+}
+
+}  // namespace host::ui
+
+namespace host {
+
+void QueueSelectionAnswer(NXOpen::Selection::Response response, const std::vector<unsigned int>& tags) {
+    if (WorkPart() != nullptr) ui::BodiesWithTags(tags);
+    ui::State().answers.push_back(ui::Answer{response, tags});
+}
+
+const std::vector<SelectionRequest>& SelectionRequests() { return ui::State().requests; }
+
+}  // namespace host
+
+namespace NXOpen {
+
+using host::ui::AskObjects;
+using host::ui::Request;
+using host::ui::Text;
+
+Selection* UI::SelectionManager() {
+    static Selection* selection = new host::ui::SelectionImpl;
+    return selection;
+}
+
+Selection::Selection() {}
+Selection::~Selection() {}
+
+Selection::Response Selection::SelectObjects(const NXString& message, const NXString& title, SelectionScope scope, SelectionAction action, bool includeFeatures, bool keepHighlighted, const std::vector<MaskTriple>& maskArray, std::vector<NXObject*>& objectArray) {
+    return AskObjects(Request(message.GetLocaleText(), title.GetLocaleText(), scope, action, includeFeatures, keepHighlighted, maskArray), objectArray);
+}
+
+Selection::Response Selection::SelectObjects(const char* message, const char* title, SelectionScope scope, SelectionAction action, bool includeFeatures, bool keepHighlighted, const std::vector<MaskTriple>& maskArray, std::vector<NXObject*>& objectArray) {
+    return AskObjects(Request(Text(message), Text(title), scope, action, includeFeatures, keepHighlighted, maskArray), objectArray);
+}
+
+// The overloads without a mask are recorded with the action "enable all" and an empty mask.
+Selection::Response Selection::SelectObjects(const NXString& message, const NXString& title, SelectionScope scope, bool includeFeatures, bool keepHighlighted, std::vector<NXObject*>& objectArray) {
+    return AskObjects(Request(message.GetLocaleText(), title.GetLocaleText(), scope, SelectionActionEnableAll, includeFeatures, keepHighlighted, {}), objectArray);
+}
+
+Selection::Response Selection::SelectObjects(const char* message, const char* title, SelectionScope scope, bool includeFeatures, bool keepHighlighted, std::vector<NXObject*>& objectArray) {
+    return AskObjects(Request(Text(message), Text(title), scope, SelectionActionEnableAll, includeFeatures, keepHighlighted, {}), objectArray);
+}
+
+Selection::Response Selection::SelectObjects(const NXString& message, const NXString& title, SelectionScope scope, bool keepHighlighted, const std::vector<SelectionType>&, std::vector<NXObject*>& objectArray) {
+    return AskObjects(Request(message.GetLocaleText(), title.GetLocaleText(), scope, SelectionActionEnableAll, false, keepHighlighted, {}), objectArray);
+}
+
+Selection::Response Selection::SelectObjects(const char* message, const char* title, SelectionScope scope, bool keepHighlighted, const std::vector<SelectionType>&, std::vector<NXObject*>& objectArray) {
+    return AskObjects(Request(Text(message), Text(title), scope, SelectionActionEnableAll, false, keepHighlighted, {}), objectArray);
+}
+
+Selection::Response Selection::SelectTaggedObjects(const NXString& message, const NXString& title, SelectionScope scope, SelectionAction action, bool includeFeatures, bool keepHighlighted, const std::vector<MaskTriple>& maskArray, std::vector<TaggedObject*>& objectArray) {
+    return host::ui::Ask(Request(message.GetLocaleText(), title.GetLocaleText(), scope, action, includeFeatures, keepHighlighted, maskArray), objectArray);
+}
+
+Selection::Response Selection::SelectTaggedObjects(const char* message, const char* title, SelectionScope scope, SelectionAction action, bool includeFeatures, bool keepHighlighted, const std::vector<MaskTriple>& maskArray, std::vector<TaggedObject*>& objectArray) {
+    return host::ui::Ask(Request(Text(message), Text(title), scope, action, includeFeatures, keepHighlighted, maskArray), objectArray);
+}
+
+tag_t Selection::Tag() const { return static_cast<const host::ui::SelectionImpl*>(this)->tag.Tag(); }
+
+}  // namespace NXOpen

@@ -1,0 +1,493 @@
+// The tree list: columns, nodes and their order, cell texts, node data, selection, expansion, edit
+// options and context menus. A deleted node is kept, poisoned, until its dialog is deleted, so
+// that a plug-in which keeps using it gets NX's error for a dead object instead of a crash.
+#include <algorithm>
+
+#include <NXOpen/BlockStyler_Tree.hxx>
+#include <NXOpen/DataContainer.hxx>
+
+#include "HostSession.hpp"
+#include "ui/Ui.hpp"
+
+namespace host::ui {
+
+MenuModel::Item& MenuModel::Find(int itemId) {
+    for (Item& item : items) {
+        if (!item.separator && item.id == itemId) return item;
+    }
+    Fail("TreeListMenu: the menu has no item " + std::to_string(itemId));
+}
+
+NodeImpl& NodeImpl::Live() {
+    if (deleted) Fail("Node: the node was deleted from its tree and cannot be used");
+    return *this;
+}
+
+std::vector<NodeImpl*>& NodeImpl::Siblings() { return parent ? parent->children : tree.roots; }
+
+std::string NodeImpl::Cell(int columnId) const {
+    for (const auto& [id, text] : cells) {
+        if (id == columnId) return text;
+    }
+    return std::string();
+}
+
+NodeImpl& Impl(NXOpen::BlockStyler::Node* node) {
+    if (node == nullptr) Fail("Node: NULL node");
+    return static_cast<NodeImpl*>(node)->Live();
+}
+
+TreeImpl::Column& TreeImpl::FindColumn(int columnId) {
+    for (Column& c : columns) {
+        if (c.id == columnId) return c;
+    }
+    Fail("Tree: block " + id + " has no column " + std::to_string(columnId));
+}
+
+bool TreeImpl::HasColumn(int columnId) const {
+    return std::any_of(columns.begin(), columns.end(), [columnId](const Column& c) { return c.id == columnId; });
+}
+
+NodeImpl& TreeImpl::Inserted(NXOpen::BlockStyler::Node* node) {
+    NodeImpl& n = Impl(node);
+    if (&n.tree != this) Fail("Tree: the node belongs to another tree");
+    if (!n.inserted) Fail("Tree: the node is not inserted in the tree");
+    return n;
+}
+
+std::vector<NodeImpl*> TreeImpl::AllNodes() {
+    std::vector<NodeImpl*> all;
+    std::function<void(const std::vector<NodeImpl*>&)> walk = [&](const std::vector<NodeImpl*>& level) {
+        for (NodeImpl* n : level) {
+            all.push_back(n);
+            walk(n->children);
+        }
+    };
+    walk(roots);
+    return all;
+}
+
+void TreeImpl::Deselect(NodeImpl* except) {
+    for (NodeImpl* n : AllNodes()) {
+        if (n != except) n->selected = false;
+    }
+}
+
+namespace {
+
+TreeImpl& TreeOf(NXOpen::BlockStyler::Tree* tree) { return static_cast<TreeImpl&>(Impl(tree)); }
+
+std::string Text(const char* s) { return s == nullptr ? std::string() : std::string(s); }
+
+void SetCell(NodeImpl& n, int columnId, const std::string& text) {
+    for (auto& [id, cell] : n.cells) {
+        if (id == columnId) {
+            cell = text;
+            return;
+        }
+    }
+    n.cells.emplace_back(columnId, text);
+}
+
+// Where a node goes when no after-node is given. AlwaysFirst nodes lead and AlwaysLast nodes
+// close the list of siblings; First, Last and Sort place the node between them. Sort compares
+// display texts byte by byte (GBK) and puts the node after equal texts.
+size_t InsertPosition(const std::vector<NodeImpl*>& siblings, const NodeImpl& node, NXOpen::BlockStyler::Tree::NodeInsertOption option) {
+    size_t begin = 0;
+    while (begin < siblings.size() && siblings[begin]->pin == NodeImpl::PinnedFirst) ++begin;
+    size_t end = siblings.size();
+    while (end > begin && siblings[end - 1]->pin == NodeImpl::PinnedLast) --end;
+    switch (option) {
+    case NXOpen::BlockStyler::Tree::NodeInsertOptionFirst: return begin;
+    case NXOpen::BlockStyler::Tree::NodeInsertOptionLast: return end;
+    case NXOpen::BlockStyler::Tree::NodeInsertOptionAlwaysFirst: return 0;
+    case NXOpen::BlockStyler::Tree::NodeInsertOptionAlwaysLast: return siblings.size();
+    case NXOpen::BlockStyler::Tree::NodeInsertOptionSort: {
+        std::string text = node.Cell(0);
+        for (size_t i = begin; i < end; ++i) {
+            if (siblings[i]->Cell(0) > text) return i;
+        }
+        return end;
+    }
+    }
+    Fail("Tree::InsertNode: unknown insert option " + std::to_string(static_cast<int>(option)));
+}
+
+void Poison(NodeImpl& n) {
+    for (NodeImpl* child : n.children) Poison(*child);
+    n.deleted = true;
+    n.inserted = false;
+    n.selected = false;
+    n.parent = nullptr;
+    n.children.clear();
+    n.cells.clear();
+    n.data.clear();
+    host::Tags::Release(&n);
+}
+
+NodeImpl* Next(NodeImpl& n) {
+    if (!n.inserted) return nullptr;
+    if (!n.children.empty()) return n.children.front();
+    for (NodeImpl* at = &n; at != nullptr; at = at->parent) {
+        std::vector<NodeImpl*>& level = at->Siblings();
+        auto it = std::find(level.begin(), level.end(), at);
+        if (it + 1 != level.end()) return *(it + 1);
+    }
+    return nullptr;
+}
+
+NodeImpl* Previous(NodeImpl& n) {
+    if (!n.inserted) return nullptr;
+    std::vector<NodeImpl*>& level = n.Siblings();
+    auto it = std::find(level.begin(), level.end(), &n);
+    if (it == level.begin()) return n.parent;
+    NodeImpl* at = *(it - 1);
+    while (!at->children.empty()) at = at->children.back();
+    return at;
+}
+
+NodeImpl* Sibling(NodeImpl& n, int step) {
+    if (!n.inserted) return nullptr;
+    std::vector<NodeImpl*>& level = n.Siblings();
+    auto it = std::find(level.begin(), level.end(), &n);
+    if (step < 0) return it == level.begin() ? nullptr : *(it - 1);
+    return it + 1 == level.end() ? nullptr : *(it + 1);
+}
+
+DataEntry* FindEntry(NodeImpl& n, const std::string& name) {
+    for (DataEntry& e : n.data) {
+        if (e.name == name) return &e;
+    }
+    return nullptr;
+}
+
+NodeImpl& DataOwner(NXOpen::PropertyContainer* container) { return static_cast<NodeImpl*>(container->GetHandle())->Live(); }
+
+// NX throws when the node's data has no entry of that name (never NULL) or it holds another type.
+DataEntry& Entry(NXOpen::PropertyContainer* container, const std::string& name, DataEntry::Kind kind) {
+    DataEntry* e = FindEntry(DataOwner(container), name);
+    if (e == nullptr) Fail("PropertyContainer: no property \"" + name + "\"");
+    if (e->kind != kind) Fail("PropertyContainer: property \"" + name + "\" has another type");
+    return *e;
+}
+
+DataEntry& Entry(NXOpen::PropertyContainer* container, int index, DataEntry::Kind kind) {
+    NodeImpl& n = DataOwner(container);
+    if (index < 0 || index >= static_cast<int>(n.data.size())) Fail("PropertyContainer: no property " + std::to_string(index));
+    return Entry(container, n.data[index].name, kind);
+}
+
+void Add(NXOpen::DataContainer* container, DataEntry entry) {
+    NodeImpl& n = DataOwner(container);
+    if (FindEntry(n, entry.name)) Fail("DataContainer: property \"" + entry.name + "\" already exists");
+    n.data.push_back(std::move(entry));
+}
+
+MenuModel& Model(NXOpen::BlockStyler::TreeListMenu* menu) { return *static_cast<MenuModel*>(menu->GetHandle()); }
+
+}  // namespace
+}  // namespace host::ui
+
+namespace NXOpen {
+
+using host::ui::Fail;
+using host::ui::Impl;
+using host::ui::NodeImpl;
+using host::ui::Text;
+using host::ui::TreeImpl;
+
+namespace BlockStyler {
+
+using host::ui::TreeOf;
+
+Tree::Tree() {}
+Tree::~Tree() {}
+
+Node* Tree::CreateNode(const NXString& displayText) { return CreateNode(displayText.GetLocaleText()); }
+
+Node* Tree::CreateNode(const char* displayText) {
+    TreeImpl& t = TreeOf(this);
+    t.nodes.push_back(std::make_unique<NodeImpl>(t));
+    NodeImpl* n = t.nodes.back().get();
+    host::ui::SetCell(*n, 0, Text(displayText));
+    return n;
+}
+
+// With an after-node NX places the node right after it and ignores the insert option.
+void Tree::InsertNode(Node* newNode, Node* parentNode, Node* afterNode, NodeInsertOption nodeInsertOption) {
+    TreeImpl& t = TreeOf(this);
+    NodeImpl& n = Impl(newNode);
+    if (&n.tree != &t) Fail("Tree::InsertNode: the node was created by another tree");
+    if (n.inserted) Fail("Tree::InsertNode: the node is already inserted; a node is inserted once");
+    NodeImpl* parent = parentNode ? &t.Inserted(parentNode) : nullptr;
+    std::vector<NodeImpl*>& siblings = parent ? parent->children : t.roots;
+    size_t at;
+    if (afterNode != nullptr) {
+        NodeImpl& after = t.Inserted(afterNode);
+        if (after.parent != parent) Fail("Tree::InsertNode: the after-node is not a child of the parent node");
+        at = std::find(siblings.begin(), siblings.end(), &after) - siblings.begin() + 1;
+    } else {
+        at = host::ui::InsertPosition(siblings, n, nodeInsertOption);
+        if (nodeInsertOption == NodeInsertOptionAlwaysFirst) n.pin = NodeImpl::PinnedFirst;
+        if (nodeInsertOption == NodeInsertOptionAlwaysLast) n.pin = NodeImpl::PinnedLast;
+    }
+    siblings.insert(siblings.begin() + at, &n);
+    n.parent = parent;
+    n.inserted = true;
+}
+
+void Tree::DeleteNode(Node* node) {
+    TreeImpl& t = TreeOf(this);
+    NodeImpl& n = Impl(node);
+    if (&n.tree != &t) Fail("Tree::DeleteNode: the node belongs to another tree");
+    if (n.inserted) {
+        std::vector<NodeImpl*>& level = n.Siblings();
+        level.erase(std::find(level.begin(), level.end(), &n));
+    }
+    host::ui::Poison(n);
+}
+
+// isOtherNodeAffected clears the selection of every other node first; a tree in single
+// selection mode keeps at most one node selected.
+void Tree::SelectNode(Node* node, bool isSelect, bool isOtherNodeAffected) {
+    std::vector<Node*> one(1, node);
+    SelectNodes(one, isSelect, isOtherNodeAffected);
+}
+
+void Tree::SelectNodes(const std::vector<Node*>& node, bool isSelect, bool isOtherNodeAffected) {
+    TreeImpl& t = TreeOf(this);
+    std::vector<NodeImpl*> chosen;
+    for (Node* each : node) chosen.push_back(&t.Inserted(each));
+    if (isOtherNodeAffected) {
+        for (NodeImpl* n : t.AllNodes()) {
+            if (std::find(chosen.begin(), chosen.end(), n) == chosen.end()) n->selected = false;
+        }
+    }
+    for (NodeImpl* n : chosen) {
+        if (isSelect && !t.multipleSelection) t.Deselect(n);
+        n->selected = isSelect;
+    }
+}
+
+int Tree::InsertColumn(int columnID, const NXString& columnTitle, int columnWidth) { return InsertColumn(columnID, columnTitle.GetLocaleText(), columnWidth); }
+
+// A width below 0 asks for the default width, which the host takes as 100.
+int Tree::InsertColumn(int columnID, const char* columnTitle, int columnWidth) {
+    TreeImpl& t = TreeOf(this);
+    if (t.HasColumn(columnID)) Fail("Tree::InsertColumn: column " + std::to_string(columnID) + " exists already");
+    t.columns.push_back(TreeImpl::Column{columnID, Text(columnTitle), columnWidth < 0 ? 100 : columnWidth});
+    return static_cast<int>(t.columns.size()) - 1;
+}
+
+NXString Tree::GetColumnTitle(int columnID) { return NXString(TreeOf(this).FindColumn(columnID).title); }
+void Tree::SetColumnTitle(int columnID, const NXString& columnHeaderTitle) { TreeOf(this).FindColumn(columnID).title = columnHeaderTitle.GetLocaleText(); }
+void Tree::SetColumnTitle(int columnID, const char* columnHeaderTitle) { TreeOf(this).FindColumn(columnID).title = Text(columnHeaderTitle); }
+int Tree::GetColumnWidth(int columnID) { return TreeOf(this).FindColumn(columnID).width; }
+void Tree::SetColumnWidth(int columnID, int columnWidth) { TreeOf(this).FindColumn(columnID).width = columnWidth < 0 ? 100 : columnWidth; }
+bool Tree::GetColumnVisible(int columnID) { return TreeOf(this).FindColumn(columnID).visible; }
+void Tree::SetColumnVisible(int columnID, bool isVisible) { TreeOf(this).FindColumn(columnID).visible = isVisible; }
+Tree::ColumnSortOption Tree::GetColumnSortOption(int columnID) { return TreeOf(this).FindColumn(columnID).sort; }
+void Tree::SetColumnSortOption(int columnID, ColumnSortOption sortOption) { TreeOf(this).FindColumn(columnID).sort = sortOption; }
+bool Tree::GetColumnSortable(int columnID) { return TreeOf(this).FindColumn(columnID).sortable; }
+void Tree::SetColumnSortable(int columnID, bool isSortable) { TreeOf(this).FindColumn(columnID).sortable = isSortable; }
+Tree::ColumnResizePolicy Tree::GetColumnResizePolicy(int columnID) { return TreeOf(this).FindColumn(columnID).resize; }
+void Tree::SetColumnResizePolicy(int columnID, ColumnResizePolicy resizePolicy) { TreeOf(this).FindColumn(columnID).resize = resizePolicy; }
+Tree::ColumnDisplay Tree::GetColumnDisplayType(int columnID) { return TreeOf(this).FindColumn(columnID).display; }
+void Tree::SetColumnDisplayType(int columnID, ColumnDisplay displayType) { TreeOf(this).FindColumn(columnID).display = displayType; }
+int Tree::NumberOfColumns() { return static_cast<int>(TreeOf(this).columns.size()); }
+
+Node* Tree::RootNode() {
+    TreeImpl& t = TreeOf(this);
+    return t.roots.empty() ? nullptr : t.roots.front();
+}
+
+// Selected nodes are reported in the tree's display order (pre-order).
+Node* Tree::FirstSelectedNode() {
+    std::vector<Node*> selected = GetSelectedNodes();
+    return selected.empty() ? nullptr : selected.front();
+}
+
+std::vector<Node*> Tree::GetSelectedNodes() {
+    std::vector<Node*> selected;
+    for (NodeImpl* n : TreeOf(this).AllNodes()) {
+        if (n->selected) selected.push_back(n);
+    }
+    return selected;
+}
+
+void Tree::Redraw(bool) { TreeOf(this); }
+
+void Tree::SetEditOptions(std::vector<NXString>& stringArray, int defaultIndex) {
+    TreeImpl& t = TreeOf(this);
+    t.editOptions.clear();
+    for (const NXString& option : stringArray) t.editOptions.push_back(option.GetLocaleText());
+    t.editDefault = defaultIndex;
+}
+
+TreeListMenu* Tree::CreateMenu() {
+    TreeOf(this);
+    return new TreeListMenu(new host::ui::MenuModel);
+}
+
+// The menu is copied: the caller deletes its wrapper right after SetMenu.
+void Tree::SetMenu(TreeListMenu* menu) {
+    TreeImpl& t = TreeOf(this);
+    t.shownMenu = menu ? host::ui::Model(menu) : host::ui::MenuModel();
+    t.menuSet = menu != nullptr;
+}
+
+bool Tree::ShowToolTips() { return TreeOf(this).showToolTips; }
+void Tree::SetShowToolTips(bool show) { TreeOf(this).showToolTips = show; }
+// NX 8.5: a property getter; it sorts nothing.
+bool Tree::SortRootNodes() { return TreeOf(this).sortRootNodes; }
+void Tree::SetSortRootNodes(bool sort) { TreeOf(this).sortRootNodes = sort; }
+bool Tree::ShowHeader() { return TreeOf(this).showHeader; }
+void Tree::SetShowHeader(bool show) { TreeOf(this).showHeader = show; }
+
+void Tree::SetOnExpandHandler(const OnExpandCallback& cb) { TreeOf(this).onExpand = host::ui::Keep(cb); }
+void Tree::SetOnPreSelectHandler(const OnPreSelectCallback& cb) { TreeOf(this).onPreSelect = host::ui::Keep(cb); }
+void Tree::SetOnSelectHandler(const OnSelectCallback& cb) { TreeOf(this).onSelect = host::ui::Keep(cb); }
+void Tree::SetOnBeginLabelEditHandler(const OnBeginLabelEditCallback& cb) { TreeOf(this).onBeginLabelEdit = host::ui::Keep(cb); }
+void Tree::SetOnEndLabelEditHandler(const OnEndLabelEditCallback& cb) { TreeOf(this).onEndLabelEdit = host::ui::Keep(cb); }
+void Tree::SetOnEditOptionSelectedHandler(const OnEditOptionSelectedCallback& cb) { TreeOf(this).onEditOptionSelected = host::ui::Keep(cb); }
+void Tree::SetAskEditControlHandler(const AskEditControlCallback& cb) { TreeOf(this).askEditControl = host::ui::Keep(cb); }
+void Tree::SetOnMenuHandler(const OnMenuCallback& cb) { TreeOf(this).onMenu = host::ui::Keep(cb); }
+void Tree::SetOnMenuSelectionHandler(const OnMenuSelectionCallback& cb) { TreeOf(this).onMenuSelection = host::ui::Keep(cb); }
+void Tree::SetOnInsertColumnHandler(const OnInsertColumnCallback& cb) { TreeOf(this).onInsertColumn = host::ui::Keep(cb); }
+void Tree::SetOnInsertNodeHandler(const OnInsertNodeCallback& cb) { TreeOf(this).onInsertNode = host::ui::Keep(cb); }
+void Tree::SetOnDeleteNodeHandler(const OnDeleteNodeCallback& cb) { TreeOf(this).onDeleteNode = host::ui::Keep(cb); }
+void Tree::SetOnStateChangeHandler(const OnStateChangeCallback& cb) { TreeOf(this).onStateChange = host::ui::Keep(cb); }
+void Tree::SetStateIconNameHandler(const StateIconNameCallback& cb) { TreeOf(this).stateIconName = host::ui::Keep(cb); }
+void Tree::SetToolTipTextHandler(const ToolTipTextCallback& cb) { TreeOf(this).toolTipText = host::ui::Keep(cb); }
+void Tree::SetColumnSortHandler(const ColumnSortCallback& cb) { TreeOf(this).columnSort = host::ui::Keep(cb); }
+void Tree::SetIsDragAllowedHandler(const IsDragAllowedCallback& cb) { TreeOf(this).isDragAllowed = host::ui::Keep(cb); }
+void Tree::SetIsDropAllowedHandler(const IsDropAllowedCallback& cb) { TreeOf(this).isDropAllowed = host::ui::Keep(cb); }
+void Tree::SetOnDropHandler(const OnDropCallback& cb) { TreeOf(this).onDrop = host::ui::Keep(cb); }
+void Tree::SetOnDropMenuHandler(const OnDropMenuCallback& cb) { TreeOf(this).onDropMenu = host::ui::Keep(cb); }
+void Tree::SetOnDefaultActionHandler(const OnDefaultActionCallback& cb) { TreeOf(this).onDefaultAction = host::ui::Keep(cb); }
+
+Node::Node() {}
+Node::~Node() {}
+
+NXString Node::DisplayText() { return GetColumnDisplayText(0); }
+void Node::SetDisplayText(const NXString& displayTest) { SetColumnDisplayText(0, displayTest); }
+void Node::SetDisplayText(const char* displayTest) { SetColumnDisplayText(0, displayTest); }
+// Cells are kept by column id; a hidden column's cells are read and written like any other.
+NXString Node::GetColumnDisplayText(int columnID) { return NXString(Impl(this).Cell(columnID)); }
+void Node::SetColumnDisplayText(int columnID, const NXString& columnDisplayText) { host::ui::SetCell(Impl(this), columnID, columnDisplayText.GetLocaleText()); }
+void Node::SetColumnDisplayText(int columnID, const char* columnDisplayText) { host::ui::SetCell(Impl(this), columnID, Text(columnDisplayText)); }
+int Node::ForegroundColor() { return Impl(this).foreground; }
+void Node::SetForegroundColor(int nodeForgroundColor) { Impl(this).foreground = nodeForgroundColor; }
+Node* Node::ParentNode() { return Impl(this).parent; }
+
+Node* Node::FirstChildNode() {
+    NodeImpl& n = Impl(this);
+    return n.children.empty() ? nullptr : n.children.front();
+}
+
+Node* Node::NextSiblingNode() { return host::ui::Sibling(Impl(this), 1); }
+Node* Node::PreviousSiblingNode() { return host::ui::Sibling(Impl(this), -1); }
+Node* Node::NextNode() { return host::ui::Next(Impl(this)); }
+Node* Node::PreviousNode() { return host::ui::Previous(Impl(this)); }
+
+void Node::Expand(ExpandOption expandOption) {
+    NodeImpl& n = Impl(this);
+    switch (expandOption) {
+    case ExpandOptionCollapse: n.expanded = false; break;
+    case ExpandOptionExpand: n.expanded = true; break;
+    case ExpandOptionToggle: n.expanded = !n.expanded; break;
+    default: Fail("Node::Expand: unknown expand option " + std::to_string(static_cast<int>(expandOption)));
+    }
+}
+
+bool Node::IsExpanded() { return Impl(this).expanded; }
+bool Node::IsSelected() { return Impl(this).selected; }
+bool Node::IsInserted() { return Impl(this).inserted; }
+DataContainer* Node::GetNodeData() { return new DataContainer(&Impl(this)); }
+void Node::ScrollTo(int, Scroll) { Impl(this); }
+int Node::GetState() { return Impl(this).state; }
+void Node::SetState(int state) { Impl(this).state = state; }
+bool Node::CrossSelection() { return Impl(this).crossSelection; }
+void Node::SetCrossSelection(bool crossSelection) { Impl(this).crossSelection = crossSelection; }
+
+TreeListMenu::TreeListMenu(void* ptr) : TransientObject(ptr) {}
+TreeListMenu::~TreeListMenu() { delete &host::ui::Model(this); }
+
+using host::ui::MenuModel;
+
+void TreeListMenu::AddMenuItem(int menuItemID, const NXString& menuItemText) { AddMenuItem(menuItemID, menuItemText.GetLocaleText(), ""); }
+void TreeListMenu::AddMenuItem(int menuItemID, const char* menuItemText) { AddMenuItem(menuItemID, menuItemText, ""); }
+void TreeListMenu::AddMenuItem(int menuItemID, const NXString& menuItemText, const NXString& icon) { AddMenuItem(menuItemID, menuItemText.GetLocaleText(), icon.GetLocaleText()); }
+
+void TreeListMenu::AddMenuItem(int menuItemID, const char* menuItemText, const char* icon) {
+    MenuModel::Item item;
+    item.id = menuItemID;
+    item.text = Text(menuItemText);
+    item.icon = Text(icon);
+    host::ui::Model(this).items.push_back(item);
+}
+
+void TreeListMenu::AddSeperator() {
+    MenuModel::Item item;
+    item.separator = true;
+    host::ui::Model(this).items.push_back(item);
+}
+
+void TreeListMenu::SetSubMenu(int menuItemID, TreeListMenu* subMenu) {
+    MenuModel::Item& item = host::ui::Model(this).Find(menuItemID);
+    item.subMenu = subMenu ? std::make_shared<MenuModel>(host::ui::Model(subMenu)) : nullptr;
+}
+
+bool TreeListMenu::GetItemDisable(int menuItemID) { return host::ui::Model(this).Find(menuItemID).disabled; }
+void TreeListMenu::SetItemDisable(int menuItemID, bool disableStatus) { host::ui::Model(this).Find(menuItemID).disabled = disableStatus; }
+bool TreeListMenu::GetItemHidden(int menuItemID) { return host::ui::Model(this).Find(menuItemID).hidden; }
+void TreeListMenu::SetItemHidden(int menuItemID, bool hiddenStatus) { host::ui::Model(this).Find(menuItemID).hidden = hiddenStatus; }
+bool TreeListMenu::GetItemChecked(int menuItemID) { return host::ui::Model(this).Find(menuItemID).checked; }
+void TreeListMenu::SetItemChecked(int menuItemID, bool checkedStatusStatus) { host::ui::Model(this).Find(menuItemID).checked = checkedStatusStatus; }
+
+}  // namespace BlockStyler
+
+// The wrapper of a node's data: deleting it leaves the data on the node.
+PropertyContainer::PropertyContainer(void* ptr) : TransientObject(ptr) {}
+PropertyContainer::~PropertyContainer() {}
+
+using host::ui::DataEntry;
+
+int PropertyContainer::Length() { return static_cast<int>(host::ui::DataOwner(this).data.size()); }
+
+std::vector<NXString> PropertyContainer::GetPropertyNames() {
+    std::vector<NXString> names;
+    for (const DataEntry& e : host::ui::DataOwner(this).data) names.push_back(NXString(e.name));
+    return names;
+}
+
+TaggedObject* PropertyContainer::GetTaggedObject(const NXString& propertyName) { return GetTaggedObject(propertyName.GetLocaleText()); }
+TaggedObject* PropertyContainer::GetTaggedObject(const char* propertyName) { return host::ui::Entry(this, Text(propertyName), DataEntry::Object).object; }
+TaggedObject* PropertyContainer::GetTaggedObject(int propertyIndex) { return host::ui::Entry(this, propertyIndex, DataEntry::Object).object; }
+void PropertyContainer::SetTaggedObject(const NXString& propertyName, TaggedObject* taggedSc) { SetTaggedObject(propertyName.GetLocaleText(), taggedSc); }
+void PropertyContainer::SetTaggedObject(const char* propertyName, TaggedObject* taggedSc) { host::ui::Entry(this, Text(propertyName), DataEntry::Object).object = taggedSc; }
+NXString PropertyContainer::GetString(const NXString& propertyName) { return GetString(propertyName.GetLocaleText()); }
+NXString PropertyContainer::GetString(const char* propertyName) { return NXString(host::ui::Entry(this, Text(propertyName), DataEntry::String).text); }
+NXString PropertyContainer::GetString(int propertyIndex) { return NXString(host::ui::Entry(this, propertyIndex, DataEntry::String).text); }
+
+DataContainer::DataContainer(void* ptr) : PropertyContainer(ptr) {}
+
+void DataContainer::AddTaggedObject(const NXString& propertyName, TaggedObject* taggedSc) { AddTaggedObject(propertyName.GetLocaleText(), taggedSc); }
+
+void DataContainer::AddTaggedObject(const char* propertyName, TaggedObject* taggedSc) {
+    host::ui::Add(this, DataEntry{DataEntry::Object, Text(propertyName), taggedSc, "", 0});
+}
+
+void DataContainer::AddString(const NXString& propertyName, const NXString& value) { AddString(propertyName.GetLocaleText(), value.GetLocaleText()); }
+
+void DataContainer::AddString(const char* propertyName, const char* value) {
+    host::ui::Add(this, DataEntry{DataEntry::String, Text(propertyName), nullptr, Text(value), 0});
+}
+
+void DataContainer::AddInteger(const NXString& propertyName, int value) { AddInteger(propertyName.GetLocaleText(), value); }
+
+void DataContainer::AddInteger(const char* propertyName, int value) {
+    host::ui::Add(this, DataEntry{DataEntry::Integer, Text(propertyName), nullptr, "", value});
+}
+
+}  // namespace NXOpen

@@ -1,0 +1,311 @@
+// The user-interface half's internals: what its source files share. Every NX object the plug-in
+// receives (blocks, nodes, dialogs, menus) is one of the implementation objects declared here;
+// the NX classes have no data of their own, so each NX member function finds its object through
+// Impl(...).
+#pragma once
+
+#include <exception>
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include <NXOpen/BlockStyler_BlockDialog.hxx>
+#include <NXOpen/BlockStyler_BodyCollector.hxx>
+#include <NXOpen/BlockStyler_Button.hxx>
+#include <NXOpen/BlockStyler_CompositeBlock.hxx>
+#include <NXOpen/BlockStyler_FolderSelection.hxx>
+#include <NXOpen/BlockStyler_Group.hxx>
+#include <NXOpen/BlockStyler_Node.hxx>
+#include <NXOpen/BlockStyler_ScrolledWindow.hxx>
+#include <NXOpen/BlockStyler_StringBlock.hxx>
+#include <NXOpen/BlockStyler_Tree.hxx>
+#include <NXOpen/BlockStyler_TreeListMenu.hxx>
+#include <NXOpen/NXException.hxx>
+
+#include "Driver.hpp"
+#include "ui/Dlx.hpp"
+
+namespace host::ui {
+
+class DialogImpl;
+class TreeImpl;
+
+// Throws the NXException NX Open throws for a failed call; message is English ASCII.
+[[noreturn]] void Fail(const std::string& message);
+
+// A registration keeps its own copy of the callback object, as NX does.
+template <class Callback>
+std::unique_ptr<Callback> Keep(const Callback& cb) {
+    return std::unique_ptr<Callback>(dynamic_cast<Callback*>(cb.Clone()));
+}
+
+// ---------------------------------------------------------------------------------------------
+// Blocks
+
+// What every block has, whatever its NX class.
+class BlockImpl {
+public:
+    BlockImpl(DialogImpl& dialog, const std::string& className, const std::string& id, const std::string& label);
+    virtual ~BlockImpl();
+    virtual NXOpen::BlockStyler::UIBlock* Ui() = 0;
+
+    DialogImpl& dialog;
+    std::string className;  // NX Open class: "StringBlock", "Tree", ...
+    std::string id;
+    std::string label;      // GBK
+    bool show = true;
+    bool enable = true;
+    bool expanded = true;
+    bool group = false;
+    BlockImpl* parent = nullptr;
+    std::vector<BlockImpl*> members;
+};
+
+// The implementation behind a block of the plug-in's dialog; Fail()s for a foreign object.
+BlockImpl& Impl(NXOpen::BlockStyler::UIBlock* block);
+
+// Why the designer cannot use a block ("hidden", "disabled": the block or a group around it), or
+// NULL when it can be used.
+const char* Unusable(const BlockImpl& block);
+
+template <class NxClass>
+class BlockOf : public NxClass, public BlockImpl {
+public:
+    using BlockImpl::BlockImpl;
+    NXOpen::BlockStyler::UIBlock* Ui() override { return this; }
+};
+
+class CompositeBlockImpl : public BlockOf<NXOpen::BlockStyler::CompositeBlock> {
+public:
+    using BlockOf::BlockOf;
+};
+class GroupImpl : public BlockOf<NXOpen::BlockStyler::Group> {
+public:
+    using BlockOf::BlockOf;
+};
+class ScrolledWindowImpl : public BlockOf<NXOpen::BlockStyler::ScrolledWindow> {
+public:
+    using BlockOf::BlockOf;
+};
+class ButtonImpl : public BlockOf<NXOpen::BlockStyler::Button> {
+public:
+    using BlockOf::BlockOf;
+};
+
+class StringBlockImpl : public BlockOf<NXOpen::BlockStyler::StringBlock> {
+public:
+    using BlockOf::BlockOf;
+    std::string value;               // GBK; Value() and WideValue() are the same text
+    std::vector<std::string> items;  // GBK
+    std::string style = "KeyIn";     // PresentationStyle option name
+    bool readOnly = false;
+    int maxLength = 0;
+};
+
+class BodyCollectorImpl : public BlockOf<NXOpen::BlockStyler::BodyCollector> {
+public:
+    using BlockOf::BlockOf;
+    std::vector<NXOpen::TaggedObject*> selected;
+};
+
+class FolderSelectionImpl : public BlockOf<NXOpen::BlockStyler::FolderSelection> {
+public:
+    using BlockOf::BlockOf;
+    std::string path;  // GBK
+};
+
+// ---------------------------------------------------------------------------------------------
+// Tree
+
+struct MenuModel {
+    struct Item {
+        int id = 0;
+        std::string text;  // GBK
+        std::string icon;
+        bool separator = false;
+        bool disabled = false;
+        bool hidden = false;
+        bool checked = false;
+        std::shared_ptr<MenuModel> subMenu;
+    };
+    std::vector<Item> items;
+
+    Item& Find(int itemId);  // Fail()s for an unknown id
+};
+
+struct DataEntry {
+    enum Kind { Object, String, Integer } kind;
+    std::string name;  // GBK
+    NXOpen::TaggedObject* object = nullptr;
+    std::string text;
+    int integer = 0;
+};
+
+class NodeImpl : public NXOpen::BlockStyler::Node {
+public:
+    enum Pin { Unpinned, PinnedFirst, PinnedLast };  // AlwaysFirst / AlwaysLast inserts
+
+    explicit NodeImpl(TreeImpl& owner) : tree(owner) {}
+
+    // Fail()s when the node was deleted: NX invalidates a deleted node's tag.
+    NodeImpl& Live();
+    std::vector<NodeImpl*>& Siblings();
+    std::string Cell(int columnId) const;
+
+    TreeImpl& tree;
+    NodeImpl* parent = nullptr;
+    std::vector<NodeImpl*> children;
+    std::vector<std::pair<int, std::string>> cells;  // column id -> GBK text
+    int foreground = 0;
+    bool expanded = false;
+    bool selected = false;
+    bool inserted = false;
+    bool deleted = false;
+    Pin pin = Unpinned;
+    std::vector<DataEntry> data;
+    int state = 0;
+    bool crossSelection = false;
+};
+
+NodeImpl& Impl(NXOpen::BlockStyler::Node* node);  // Fail()s for NULL or a deleted node
+
+class TreeImpl : public BlockOf<NXOpen::BlockStyler::Tree> {
+public:
+    using BlockOf::BlockOf;
+
+    struct Column {
+        int id;
+        std::string title;  // GBK
+        int width;
+        bool visible = true;
+        NXOpen::BlockStyler::Tree::ColumnSortOption sort = NXOpen::BlockStyler::Tree::ColumnSortOptionAscending;
+        bool sortable = true;
+        NXOpen::BlockStyler::Tree::ColumnResizePolicy resize = NXOpen::BlockStyler::Tree::ColumnResizePolicyConstantWidth;
+        NXOpen::BlockStyler::Tree::ColumnDisplay display = NXOpen::BlockStyler::Tree::ColumnDisplayText;
+    };
+
+    Column& FindColumn(int columnId);  // Fail()s for an unknown id
+    bool HasColumn(int columnId) const;
+    // A node of this tree that is alive and inserted; Fail()s otherwise.
+    NodeImpl& Inserted(NXOpen::BlockStyler::Node* node);
+    // Every inserted node in pre-order.
+    std::vector<NodeImpl*> AllNodes();
+    void Deselect(NodeImpl* except);
+
+    std::vector<Column> columns;
+    std::vector<NodeImpl*> roots;
+    std::vector<std::unique_ptr<NodeImpl>> nodes;  // every node made, deleted ones included
+    bool multipleSelection = true;
+    bool showToolTips = false;
+    bool sortRootNodes = false;
+    bool showHeader = true;
+    std::vector<std::string> editOptions;  // GBK, as the last SetEditOptions gave them
+    int editDefault = 0;
+    MenuModel shownMenu;  // what the last SetMenu showed
+    bool menuSet = false;
+
+    std::unique_ptr<OnExpandCallback> onExpand;
+    std::unique_ptr<OnPreSelectCallback> onPreSelect;
+    std::unique_ptr<OnSelectCallback> onSelect;
+    std::unique_ptr<OnBeginLabelEditCallback> onBeginLabelEdit;
+    std::unique_ptr<OnEndLabelEditCallback> onEndLabelEdit;
+    std::unique_ptr<OnEditOptionSelectedCallback> onEditOptionSelected;
+    std::unique_ptr<AskEditControlCallback> askEditControl;
+    std::unique_ptr<OnMenuCallback> onMenu;
+    std::unique_ptr<OnMenuSelectionCallback> onMenuSelection;
+    std::unique_ptr<OnInsertColumnCallback> onInsertColumn;
+    std::unique_ptr<OnInsertNodeCallback> onInsertNode;
+    std::unique_ptr<OnDeleteNodeCallback> onDeleteNode;
+    std::unique_ptr<OnStateChangeCallback> onStateChange;
+    std::unique_ptr<StateIconNameCallback> stateIconName;
+    std::unique_ptr<ToolTipTextCallback> toolTipText;
+    std::unique_ptr<ColumnSortCallback> columnSort;
+    std::unique_ptr<IsDragAllowedCallback> isDragAllowed;
+    std::unique_ptr<IsDropAllowedCallback> isDropAllowed;
+    std::unique_ptr<OnDropCallback> onDrop;
+    std::unique_ptr<OnDropMenuCallback> onDropMenu;
+    std::unique_ptr<OnDefaultActionCallback> onDefaultAction;
+};
+
+// ---------------------------------------------------------------------------------------------
+// Dialog windows
+
+struct Window {
+    void* handle;  // never reused within a process, so a stale handle finds nothing
+    std::string className;
+    DialogImpl& dialog;
+    BlockImpl* block;  // NULL for the dialog's own window
+    Window* parent = nullptr;
+    std::vector<std::unique_ptr<Window>> children;
+    bool buttonDown = false;
+
+    std::string Text() const;
+};
+
+// Creates the windows of a dialog that is being shown / removes them when it closes.
+void OpenWindows(DialogImpl& dialog);
+void CloseWindows(DialogImpl& dialog);
+
+// ---------------------------------------------------------------------------------------------
+// Dialogs
+
+class DialogImpl {
+public:
+    DialogImpl(const DlxDialog& file);
+    ~DialogImpl();
+
+    BlockImpl* FindBlock(const std::string& id);
+    // The update handler with this block, as NX calls it when a block changes.
+    void Update(BlockImpl& block);
+
+    std::string title;  // GBK
+    std::unique_ptr<CompositeBlockImpl> top;
+    std::vector<std::unique_ptr<BlockImpl>> blocks;  // pre-order of the dialog file
+
+    std::unique_ptr<NXOpen::BlockStyler::BlockDialog::Update> update;
+    std::unique_ptr<NXOpen::BlockStyler::BlockDialog::Initialize> initialize;
+    std::unique_ptr<NXOpen::BlockStyler::BlockDialog::DialogShown> dialogShown;
+    std::unique_ptr<NXOpen::BlockStyler::BlockDialog::Ok> ok;
+    std::unique_ptr<NXOpen::BlockStyler::BlockDialog::Apply> apply;
+    std::unique_ptr<NXOpen::BlockStyler::BlockDialog::Cancel> cancel;
+    std::unique_ptr<NXOpen::BlockStyler::BlockDialog::Close> close;
+    std::unique_ptr<NXOpen::BlockStyler::BlockDialog::Filter> filter;
+
+    bool showing = false;  // inside Show
+    bool closed = false;   // closed by the designer or ended by a handler's exception
+    std::exception_ptr endedBy;
+    std::unique_ptr<LiveDialog> live;
+    std::unique_ptr<Window> window;
+};
+
+DialogImpl& Impl(NXOpen::BlockStyler::BlockDialog* dialog);
+
+// Makes the driver's view of a shown dialog.
+std::unique_ptr<LiveDialog> MakeLiveDialog(DialogImpl& dialog);
+
+// ---------------------------------------------------------------------------------------------
+// The state ResetUserInterface clears
+
+struct Answer {
+    NXOpen::Selection::Response response;
+    std::vector<unsigned int> tags;
+};
+
+struct UiState {
+    std::vector<MessageRecord> messages;
+    std::function<void(const MessageRecord&)> messageListener;
+    std::vector<Answer> answers;  // front = next
+    std::vector<SelectionRequest> requests;
+    std::vector<std::string> searchPath;
+    std::string startFolder;  // "" = the current directory
+    std::function<void(LiveDialog&)> script;
+    std::vector<DialogImpl*> shown;  // innermost last
+};
+
+UiState& State();
+
+// The work part's bodies with these tags, in order; std::invalid_argument names a tag that is not one.
+std::vector<NXOpen::TaggedObject*> BodiesWithTags(const std::vector<unsigned int>& tags);
+
+}  // namespace host::ui
