@@ -1,0 +1,350 @@
+// The tree list block: where InsertNode puts nodes, walks, deletion, the sort property, selection,
+// expansion, columns and cells, as NX 8.5 does them (or as the host chose where NX says nothing).
+#include <NXOpen/BlockStyler_Node.hxx>
+#include <NXOpen/BlockStyler_Tree.hxx>
+
+#include "UiFixture.hpp"
+
+namespace {
+
+using NXOpen::BlockStyler::Node;
+using NXOpen::BlockStyler::Tree;
+
+class TreeInsert : public TreeTest {};
+class TreeWalk : public TreeTest {};
+class TreeDelete : public TreeTest {};
+class TreeSortRootNodes : public TreeTest {};
+class TreeSelection : public TreeTest {};
+class TreeExpansion : public TreeTest {};
+class TreeColumns : public TreeTest {};
+class TreeCells : public TreeTest {};
+
+TEST_F(TreeInsert, CreatedNodeIsNotInTheTreeUntilInserted) {
+    Node* node = tree_->CreateNode("a");
+    EXPECT_FALSE(node->IsInserted()) << "NX: CreateNode makes a node outside the tree";
+    EXPECT_EQ(nullptr, tree_->RootNode()) << "NX: the tree is still empty";
+    tree_->InsertNode(node, nullptr, nullptr, Tree::NodeInsertOptionLast);
+    EXPECT_TRUE(node->IsInserted()) << "NX: InsertNode puts it in";
+    EXPECT_EQ(node, tree_->RootNode()) << "NX: the only top-level node is the root node";
+}
+
+TEST_F(TreeInsert, LastAppendsAfterTheSiblings) {
+    Add("a");
+    Add("b");
+    Add("c", nullptr, nullptr, Tree::NodeInsertOptionLast);
+    EXPECT_EQ("a,b,c", Level()) << "NX: Last puts the node after its siblings";
+}
+
+TEST_F(TreeInsert, FirstPutsTheNodeBeforeTheSiblings) {
+    Add("a");
+    Add("b");
+    Add("c", nullptr, nullptr, Tree::NodeInsertOptionFirst);
+    EXPECT_EQ("c,a,b", Level()) << "NX: First puts the node before its siblings";
+}
+
+TEST_F(TreeInsert, SortPlacesTheNodeByItsDisplayText) {
+    Add("b", nullptr, nullptr, Tree::NodeInsertOptionSort);
+    Add("d", nullptr, nullptr, Tree::NodeInsertOptionSort);
+    Add("c", nullptr, nullptr, Tree::NodeInsertOptionSort);
+    Add("a", nullptr, nullptr, Tree::NodeInsertOptionSort);
+    EXPECT_EQ("a,b,c,d", Level()) << "NX: Sort places the node by its display text";
+}
+
+TEST_F(TreeInsert, SortComparesTheGbkBytesOfTheText) {
+    // 文 is CE C4 in GBK and E6 96 87 in UTF-8; 中 is D6 D0 and E4 B8 AD: the two orders differ.
+    Add("中", nullptr, nullptr, Tree::NodeInsertOptionSort);
+    Add("文", nullptr, nullptr, Tree::NodeInsertOptionSort);
+    EXPECT_EQ("文,中", Level()) << "host choice: Sort compares display texts byte by byte in GBK";
+}
+
+TEST_F(TreeInsert, SortPutsTheNodeAfterEqualTexts) {
+    Node* first = Add("a", nullptr, nullptr, Tree::NodeInsertOptionSort);
+    Node* second = Add("a", nullptr, nullptr, Tree::NodeInsertOptionSort);
+    EXPECT_EQ(first, tree_->RootNode()) << "host choice: an equal text goes after the existing node";
+    EXPECT_EQ(second, first->NextSiblingNode()) << "host choice: an equal text goes after the existing node";
+}
+
+TEST_F(TreeInsert, AlwaysFirstStaysBeforeLaterFirstInserts) {
+    Add("a");
+    Add("top", nullptr, nullptr, Tree::NodeInsertOptionAlwaysFirst);
+    Add("b", nullptr, nullptr, Tree::NodeInsertOptionFirst);
+    EXPECT_EQ("top,b,a", Level()) << "host choice: a First insert goes after the AlwaysFirst nodes";
+}
+
+TEST_F(TreeInsert, AlwaysLastStaysAfterLaterLastInserts) {
+    Add("a");
+    Add("end", nullptr, nullptr, Tree::NodeInsertOptionAlwaysLast);
+    Add("b", nullptr, nullptr, Tree::NodeInsertOptionLast);
+    Add("c", nullptr, nullptr, Tree::NodeInsertOptionSort);
+    EXPECT_EQ("a,b,c,end", Level()) << "host choice: Last and Sort inserts go before the AlwaysLast nodes";
+}
+
+TEST_F(TreeInsert, WithAfterNodeIgnoresTheOption) {
+    const Tree::NodeInsertOption options[] = {Tree::NodeInsertOptionFirst, Tree::NodeInsertOptionLast, Tree::NodeInsertOptionSort,
+                                              Tree::NodeInsertOptionAlwaysFirst, Tree::NodeInsertOptionAlwaysLast};
+    for (Tree::NodeInsertOption option : options) {
+        while (tree_->RootNode()) tree_->DeleteNode(tree_->RootNode());
+        Node* z = Add("z");
+        Add("y");
+        Add("m", nullptr, z, option);
+        EXPECT_EQ("z,m,y", Level()) << "NX: with an after-node the node goes right after it, whatever option " << option;
+    }
+}
+
+TEST_F(TreeInsert, WithParentGoesAmongTheParentsChildren) {
+    Node* a = Add("a");
+    Add("b");
+    Node* a1 = Add("a1", a);
+    Add("a0", a, nullptr, Tree::NodeInsertOptionFirst);
+    Add("a2", a, a1, Tree::NodeInsertOptionFirst);
+    EXPECT_EQ("a0,a1,a2", Level(a)) << "NX: the options and the after-node work among the parent's children";
+    EXPECT_EQ("a,b", Level()) << "NX: the top level is unchanged";
+    EXPECT_EQ(a, a1->ParentNode()) << "NX: the child's parent node is the parent given";
+}
+
+TEST_F(TreeInsert, NodeIsInsertedOnce) {
+    Node* a = Add("a");
+    EXPECT_NE("", NXErrorOf([&] { tree_->InsertNode(a, nullptr, nullptr, Tree::NodeInsertOptionLast); }))
+        << "host choice: inserting a node a second time throws NXException";
+    EXPECT_EQ("a", Level()) << "host choice: the refused insert changes nothing";
+}
+
+TEST_F(TreeInsert, AfterNodeUnderAnotherParentIsRefused) {
+    Node* a = Add("a");
+    Node* a1 = Add("a1", a);
+    Node* x = tree_->CreateNode("x");
+    EXPECT_NE("", NXErrorOf([&] { tree_->InsertNode(x, nullptr, a1, Tree::NodeInsertOptionLast); }))
+        << "host choice: an after-node that is not a child of the parent throws NXException";
+    EXPECT_FALSE(x->IsInserted()) << "host choice: the node stays outside the tree";
+}
+
+TEST_F(TreeWalk, EmptyTreeHasNoRootNode) {
+    EXPECT_EQ(nullptr, tree_->RootNode()) << "NX: RootNode is NULL for an empty tree";
+}
+
+TEST_F(TreeWalk, NextNodeWalksPreOrderAcrossLevels) {
+    Node* a = Add("a");
+    Node* b = Add("b");
+    Node* a1 = Add("a1", a);
+    Node* a2 = Add("a2", a);
+    Node* a21 = Add("a21", a2);
+    Node* b1 = Add("b1", b);
+    std::vector<Node*> expected = {a, a1, a2, a21, b, b1};
+    std::vector<Node*> walked;
+    for (Node* n = tree_->RootNode(); n; n = n->NextNode()) walked.push_back(n);
+    EXPECT_EQ(expected, walked) << "NX: NextNode walks the whole tree in pre-order and ends with NULL";
+}
+
+TEST_F(TreeWalk, PreviousNodeWalksPreOrderBackwards) {
+    Node* a = Add("a");
+    Node* a1 = Add("a1", a);
+    Node* a11 = Add("a11", a1);
+    Node* b = Add("b");
+    EXPECT_EQ(a11, b->PreviousNode()) << "NX: before a node comes the last descendant of its previous sibling";
+    EXPECT_EQ(a1, a11->PreviousNode()) << "NX: before a first child comes its parent";
+    EXPECT_EQ(nullptr, a->PreviousNode()) << "NX: nothing comes before the root node";
+}
+
+TEST_F(TreeWalk, SiblingsParentAndFirstChild) {
+    Node* a = Add("a");
+    Node* b = Add("b");
+    Node* a1 = Add("a1", a);
+    EXPECT_EQ(b, a->NextSiblingNode()) << "NX: next node under the same parent";
+    EXPECT_EQ(nullptr, b->NextSiblingNode()) << "NX: NULL after the last sibling";
+    EXPECT_EQ(a, b->PreviousSiblingNode()) << "NX: previous node under the same parent";
+    EXPECT_EQ(nullptr, a->PreviousSiblingNode()) << "NX: NULL before the first sibling";
+    EXPECT_EQ(a1, a->FirstChildNode()) << "NX: first child";
+    EXPECT_EQ(nullptr, a1->FirstChildNode()) << "NX: NULL for a node without children";
+    EXPECT_EQ(nullptr, a->ParentNode()) << "NX: a top-level node has no parent";
+    EXPECT_EQ(nullptr, a1->NextSiblingNode()) << "NX: an only child has no next sibling";
+}
+
+TEST_F(TreeDelete, DeleteNodeRemovesItsChildren) {
+    Node* a = Add("a");
+    Node* b = Add("b");
+    Add("a1", a);
+    tree_->DeleteNode(a);
+    EXPECT_EQ(b, tree_->RootNode()) << "NX: the deleted node leaves the tree";
+    EXPECT_EQ(nullptr, b->NextNode()) << "NX: its children leave with it";
+}
+
+TEST_F(TreeDelete, DeletedNodeAndItsChildrenCannotBeUsed) {
+    Node* a = Add("a");
+    Node* a1 = Add("a1", a);
+    tree_->DeleteNode(a);
+    EXPECT_NE("", NXErrorOf([&] { a->DisplayText(); })) << "host choice: a deleted node throws NXException when used";
+    EXPECT_NE("", NXErrorOf([&] { a1->GetNodeData(); })) << "host choice: so does a child deleted with it";
+}
+
+TEST_F(TreeDelete, TopLevelNodesDeletedOneByOneEmptyTheTree) {
+    Add("a");
+    Add("b");
+    while (tree_->RootNode()) tree_->DeleteNode(tree_->RootNode());
+    EXPECT_EQ(nullptr, tree_->RootNode()) << "NX: deleting the root node until NULL clears the tree";
+}
+
+TEST_F(TreeSortRootNodes, SortRootNodesOnlyReadsTheProperty) {
+    Add("b");
+    Add("a");
+    bool sortable = tree_->SortRootNodes();
+    EXPECT_FALSE(sortable) << "host choice: the property is false unless the dialog file sets it";
+    EXPECT_EQ("b,a", Level()) << "NX 8.5: SortRootNodes() is a getter and sorts nothing";
+    tree_->SetSortRootNodes(true);
+    EXPECT_TRUE(tree_->SortRootNodes()) << "NX: the setter sets the property";
+    EXPECT_EQ("b,a", Level()) << "NX 8.5: setting the property sorts nothing either";
+}
+
+TEST_F(TreeSelection, NewNodeIsNotSelected) {
+    Node* a = Add("a");
+    EXPECT_FALSE(a->IsSelected()) << "NX: a new node is not selected";
+    EXPECT_EQ(nullptr, tree_->FirstSelectedNode()) << "NX: no selected node";
+}
+
+TEST_F(TreeSelection, SelectNodeWithoutOthersAffectedAddsToTheSelection) {
+    Node* a = Add("a");
+    Node* b = Add("b");
+    tree_->SelectNode(a, true, false);
+    tree_->SelectNode(b, true, false);
+    EXPECT_TRUE(a->IsSelected()) << "NX: isOtherNodeAffected false keeps the other selections";
+    EXPECT_TRUE(b->IsSelected()) << "NX: the node is selected";
+}
+
+TEST_F(TreeSelection, SelectNodeWithOthersAffectedClearsTheOtherSelections) {
+    Node* a = Add("a");
+    Node* b = Add("b");
+    tree_->SelectNode(a, true, false);
+    tree_->SelectNode(b, true, true);
+    EXPECT_FALSE(a->IsSelected()) << "NX: isOtherNodeAffected true clears the other selections";
+    EXPECT_TRUE(b->IsSelected()) << "NX: the node is selected";
+}
+
+TEST_F(TreeSelection, DeselectWithOthersAffectedClearsEveryNode) {
+    Node* a = Add("a");
+    Node* b = Add("b");
+    tree_->SelectNodes({a, b}, true, false);
+    tree_->SelectNode(b, false, true);
+    EXPECT_FALSE(a->IsSelected()) << "host choice: deselecting with isOtherNodeAffected clears the others too";
+    EXPECT_FALSE(b->IsSelected()) << "NX: the node is deselected";
+}
+
+TEST_F(TreeSelection, SelectNodesDeselectsTheGivenNodesOnly) {
+    Node* a = Add("a");
+    Node* b = Add("b");
+    Node* c = Add("c");
+    tree_->SelectNodes({a, b, c}, true, false);
+    tree_->SelectNodes({a, b}, false, false);
+    EXPECT_FALSE(a->IsSelected()) << "NX: a is deselected";
+    EXPECT_FALSE(b->IsSelected()) << "NX: b is deselected";
+    EXPECT_TRUE(c->IsSelected()) << "NX: c keeps its selection";
+}
+
+TEST_F(TreeSelection, SelectedNodesComeInDisplayOrder) {
+    Node* a = Add("a");
+    Node* a1 = Add("a1", a);
+    Node* b = Add("b");
+    tree_->SelectNode(b, true, false);
+    tree_->SelectNode(a1, true, false);
+    std::vector<Node*> expected = {a1, b};
+    EXPECT_EQ(expected, tree_->GetSelectedNodes()) << "host choice: selected nodes in pre-order, not in selection order";
+    EXPECT_EQ(a1, tree_->FirstSelectedNode()) << "host choice: the first selected node in pre-order";
+}
+
+TEST_F(TreeSelection, SelectingANodeOutsideTheTreeThrows) {
+    Node* loose = tree_->CreateNode("x");
+    EXPECT_NE("", NXErrorOf([&] { tree_->SelectNode(loose, true, false); }))
+        << "host choice: a node that is not inserted cannot be selected";
+}
+
+TEST_F(TreeExpansion, NewNodeIsCollapsed) {
+    Node* a = Add("a");
+    Add("a1", a);
+    EXPECT_FALSE(a->IsExpanded()) << "host choice: a new node is collapsed";
+}
+
+TEST_F(TreeExpansion, ExpandCollapseAndToggle) {
+    Node* a = Add("a");
+    Add("a1", a);
+    a->Expand(Node::ExpandOptionExpand);
+    EXPECT_TRUE(a->IsExpanded()) << "NX: Expand expands";
+    a->Expand(Node::ExpandOptionExpand);
+    EXPECT_TRUE(a->IsExpanded()) << "NX: expanding twice keeps it expanded";
+    a->Expand(Node::ExpandOptionToggle);
+    EXPECT_FALSE(a->IsExpanded()) << "NX: Toggle flips it";
+    a->Expand(Node::ExpandOptionToggle);
+    EXPECT_TRUE(a->IsExpanded()) << "NX: Toggle flips it back";
+    a->Expand(Node::ExpandOptionCollapse);
+    EXPECT_FALSE(a->IsExpanded()) << "NX: Collapse collapses";
+}
+
+TEST_F(TreeExpansion, ExpandingAParentKeepsTheChildrensState) {
+    Node* a = Add("a");
+    Node* a1 = Add("a1", a);
+    Add("a11", a1);
+    a->Expand(Node::ExpandOptionExpand);
+    EXPECT_FALSE(a1->IsExpanded()) << "NX: children keep their state when the parent expands";
+}
+
+TEST_F(TreeColumns, InsertColumnReturnsThePosition) {
+    EXPECT_EQ(3, tree_->InsertColumn(12, "隐藏", 80)) << "NX: InsertColumn returns the new column's position";
+    EXPECT_EQ(4, tree_->NumberOfColumns()) << "NX: four columns now";
+}
+
+TEST_F(TreeColumns, TitleWidthAndVisibilityReadBack) {
+    EXPECT_STREQ("名称", tree_->GetColumnTitle(1).GetLocaleText()) << "NX: the title given";
+    EXPECT_EQ(120, tree_->GetColumnWidth(1)) << "NX: the width given";
+    EXPECT_TRUE(tree_->GetColumnVisible(1)) << "NX: a new column is shown";
+    tree_->SetColumnVisible(2, false);
+    EXPECT_FALSE(tree_->GetColumnVisible(2)) << "NX: SetColumnVisible(false) hides it";
+}
+
+TEST_F(TreeColumns, DefaultWidthIsOneHundred) {
+    tree_->InsertColumn(7, "备注", -1);
+    EXPECT_EQ(100, tree_->GetColumnWidth(7)) << "host choice: width -1 (the default) reads as 100";
+}
+
+TEST_F(TreeColumns, UnknownOrRepeatedColumnIdIsRefused) {
+    EXPECT_NE("", NXErrorOf([&] { tree_->GetColumnTitle(9); })) << "host choice: an unknown column id throws NXException";
+    EXPECT_NE("", NXErrorOf([&] { tree_->InsertColumn(1, "again", 10); })) << "host choice: a column id is used once";
+}
+
+TEST_F(TreeColumns, NewColumnIsSortableAscendingText) {
+    EXPECT_EQ(Tree::ColumnSortOptionAscending, tree_->GetColumnSortOption(0)) << "NX: ascending is a new column's default";
+    EXPECT_EQ(Tree::ColumnDisplayText, tree_->GetColumnDisplayType(0)) << "NX: cells show text by default";
+    EXPECT_EQ(Tree::ColumnResizePolicyConstantWidth, tree_->GetColumnResizePolicy(0)) << "NX: constant width by default";
+}
+
+TEST_F(TreeCells, DisplayTextIsColumnZero) {
+    Node* a = Add("a");
+    EXPECT_STREQ("a", a->GetColumnDisplayText(0).GetLocaleText()) << "NX: the display text is column 0's text";
+    a->SetColumnDisplayText(0, "b");
+    EXPECT_STREQ("b", a->DisplayText().GetLocaleText()) << "NX: setting column 0 sets the display text";
+    a->SetDisplayText("c");
+    EXPECT_STREQ("c", a->GetColumnDisplayText(0).GetLocaleText()) << "NX: setting the display text sets column 0";
+}
+
+TEST_F(TreeCells, HiddenColumnKeepsItsCellsReadable) {
+    Node* a = Add("a");
+    tree_->SetColumnVisible(2, false);
+    a->SetColumnDisplayText(2, "0612153000123");
+    EXPECT_STREQ("0612153000123", a->GetColumnDisplayText(2).GetLocaleText()) << "NX: a hidden column's cells are written and read";
+}
+
+TEST_F(TreeCells, CellNeverSetIsEmpty) {
+    Node* a = Add("a");
+    EXPECT_STREQ("", a->GetColumnDisplayText(1).GetLocaleText()) << "NX: a cell never set is empty";
+}
+
+TEST_F(TreeCells, Utf8TextIsStoredAsLocaleText) {
+    Node* a = Add("a");
+    a->SetColumnDisplayText(1, NXOpen::NXString(u8"螺钉", NXOpen::NXString::UTF8));
+    EXPECT_STREQ("螺钉", a->GetColumnDisplayText(1).GetLocaleText()) << "NX: an NXString keeps its text whatever its mode";
+}
+
+TEST_F(TreeCells, ForegroundColourIsZeroUntilSet) {
+    Node* a = Add("a");
+    EXPECT_EQ(0, a->ForegroundColor()) << "host choice: 0 (no colour number) until one is set";
+    a->SetForegroundColor(186);
+    EXPECT_EQ(186, a->ForegroundColor()) << "NX: the colour set reads back";
+}
+
+}  // namespace
