@@ -81,7 +81,6 @@ public:
 
 void cutAt(std::vector<Bytes>& chain, size_t record, size_t offset)
 {
-    if (record >= chain.size()) return;
     chain[record].resize(offset);
     chain.resize(record + 1);
     if (record > 0 && offset == 0) chain.pop_back();
@@ -89,7 +88,7 @@ void cutAt(std::vector<Bytes>& chain, size_t record, size_t offset)
 
 }  // namespace
 
-SharedStrings::SharedStrings() : loadedCount_(0), loadedTotal_(0), totalDelta_(0) {}
+SharedStrings::SharedStrings() : loadedCount_(0), loadedTotal_(0), totalDelta_(0), cut_(false) {}
 
 std::string SharedStrings::key(const u16* units, size_t length)
 {
@@ -109,6 +108,7 @@ void SharedStrings::load(const std::vector<const u8*>& data, const std::vector<s
     if (chain_[0].size() < 8) {
         chain_.resize(1);
         chain_[0].assign(8, 0);
+        cut_ = true;
         return;
     }
     loadedTotal_ = getU32(&chain_[0][0]);
@@ -144,7 +144,10 @@ void SharedStrings::load(const std::vector<const u8*>& data, const std::vector<s
         if (plain) index_.insert(std::make_pair(key(units.empty() ? NULL : &units[0], units.size()), loadedCount_));
         ++loadedCount_;
     }
-    if (at.settle()) cutAt(chain_, at.record, at.offset);
+    if (at.settle()) {
+        cutAt(chain_, at.record, at.offset);
+        cut_ = true;
+    }
 }
 
 u32 SharedStrings::add(const u16* units, size_t length)

@@ -32,6 +32,9 @@ public:
     bool present() const { return !chain_.empty() || !newStart_.empty(); }
     // True when strings were added since loading.
     bool grown() const { return !newStart_.empty(); }
+    // True when the table written differs from the one loaded: strings were added, or a damaged
+    // end was cut off.
+    bool changed() const { return grown() || cut_; }
     // Number of strings in the table (cstUnique).
     u32 count() const { return loadedCount_ + static_cast<u32>(newStart_.size()); }
 
@@ -58,6 +61,7 @@ private:
     u32 loadedCount_;               // complete strings in chain_
     u32 loadedTotal_;               // cstTotal as loaded
     long totalDelta_;
+    bool cut_;
     std::vector<u32> loadedRecord_;  // per loaded string: record of chain_ where it starts
     std::vector<u32> loadedOffset_;  // ... and its offset in that record's data
     std::vector<u16> newUnits_;      // appended strings, one after the other

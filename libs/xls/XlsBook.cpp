@@ -455,7 +455,7 @@ bool BookState::write(Bytes& out, std::string& error) const
             continue;
         }
         if (sst != kNone && i > sst && i < sstEnd) continue;
-        if (i == extSst) {
+        if (i == extSst && strings.changed()) {  // else its positions still hold: the SST stays put
             newPos[i] = static_cast<u32>(ws.size());
             XLS_EMIT_EXTSST();
             continue;
@@ -703,18 +703,21 @@ bool Book::save(const char* path)
             error_ = std::string("cannot write the workbook: ") + strerror(writeErrno);
             return false;
         }
-        // rename() replaces the target on POSIX; the Windows C runtime refuses an existing target,
-        // which then steps aside under a temporary name until the new file has taken its place.
         if (rename(temporary.c_str(), path) != 0) {
+#if defined(_WIN32)
+            // The Windows C runtime does not rename onto an existing file: the old file steps
+            // aside under a temporary name until the new one has taken its place.
             const std::string aside = temporary + ".old";
             const bool moved = rename(path, aside.c_str()) == 0;
-            if (!moved || rename(temporary.c_str(), path) != 0) {
-                error_ = std::string("cannot replace the workbook: ") + strerror(errno);
-                if (moved) rename(aside.c_str(), path);
-                remove(temporary.c_str());
-                return false;
+            if (moved && rename(temporary.c_str(), path) == 0) {
+                remove(aside.c_str());
+                return true;
             }
-            remove(aside.c_str());
+            if (moved) rename(aside.c_str(), path);
+#endif
+            error_ = std::string("cannot replace the workbook: ") + strerror(errno);
+            remove(temporary.c_str());
+            return false;
         }
         return true;
     } catch (...) {
