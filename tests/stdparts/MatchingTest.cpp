@@ -26,54 +26,43 @@ protected:
         return tags;
     }
 
-    static Attributes With(Attributes attributes, const std::string& title, const std::string& value)
-    {
-        for (auto& [t, v] : attributes) {
-            if (t == title) {
-                v = value;
-                return attributes;
-            }
-        }
-        attributes.push_back({title, value});
-        return attributes;
-    }
 };
 
 TEST_F(MatchingRule, SameGroupIdentifierMatchesDespiteDifferentNames)
 {
-    LoadBodies({{1001, With(ScrewM6x20(), "组ID", "G1")},
+    LoadBodies({{1001, With(ScrewM6x20(), {{"组ID", "G1"}})},
                 {1002, Marked({{"名称", "司筒针"}, {"组ID", "G1"}})}});
     EXPECT_EQ(std::vector<unsigned>{1002}, Same(1001, {1002}));
 }
 
 TEST_F(MatchingRule, DifferentGroupIdentifiersNeverMatchEvenWithEqualData)
 {
-    LoadBodies({{1001, With(ScrewM6x20(), "组ID", "G1")}, {1002, With(ScrewM6x20(), "组ID", "G2")}});
+    LoadBodies({{1001, With(ScrewM6x20(), {{"组ID", "G1"}})}, {1002, With(ScrewM6x20(), {{"组ID", "G2"}})}});
     EXPECT_TRUE(Same(1001, {1002}).empty());
 }
 
 TEST_F(MatchingRule, GroupedAndUngroupedBodiesMatchWhenTheSixAttributesAreEqual)
 {
-    LoadBodies({{1001, With(ScrewM6x20(), "组ID", "G1")}, {1002, ScrewM6x20()}});
+    LoadBodies({{1001, With(ScrewM6x20(), {{"组ID", "G1"}})}, {1002, ScrewM6x20()}});
     EXPECT_EQ(std::vector<unsigned>{1002}, Same(1001, {1002})) << "grouped reference, ungrouped candidate";
     EXPECT_EQ(std::vector<unsigned>{1001}, Same(1002, {1001})) << "ungrouped reference, grouped candidate";
 }
 
 TEST_F(MatchingRule, GroupedAndUngroupedBodiesWithOtherDataDoNotMatch)
 {
-    LoadBodies({{1001, With(ScrewM6x20(), "组ID", "G1")}, {1002, With(ScrewM6x20(), "类型", "M6×25")}});
+    LoadBodies({{1001, With(ScrewM6x20(), {{"组ID", "G1"}})}, {1002, With(ScrewM6x20(), {{"类型", "M6×25"}})}});
     EXPECT_TRUE(Same(1001, {1002}).empty());
 }
 
 TEST_F(MatchingRule, UnnamedReferenceMatchesNothingWithoutGroupIdentifiers)
 {
-    LoadBodies({{1001, Marked()}, {1002, Marked()}, {1003, With(Marked(), "组ID", "G1")}});
+    LoadBodies({{1001, Marked()}, {1002, Marked()}, {1003, With(Marked(), {{"组ID", "G1"}})}});
     EXPECT_TRUE(Same(1001, {1002, 1003}).empty()) << "not even an identical unnamed body";
 }
 
 TEST_F(MatchingRule, UnnamedReferenceMatchesWhenBothCarryTheSameGroupIdentifier)
 {
-    LoadBodies({{1001, With(Marked(), "组ID", "G1")}, {1002, With(Marked(), "组ID", "G1")},
+    LoadBodies({{1001, With(Marked(), {{"组ID", "G1"}})}, {1002, With(Marked(), {{"组ID", "G1"}})},
                 {1003, Marked()}});
     EXPECT_EQ(std::vector<unsigned>{1002}, Same(1001, {1002, 1003}));
 }
@@ -85,7 +74,7 @@ TEST_F(MatchingRule, EachDescriptiveAttributeIsComparedByteForByte)
         {"热处理", ""}, {"供应商", "盘起工业有限公司"}};
     std::vector<BodySpec> bodies = {{1001, ScrewM6x20()}};
     for (size_t i = 0; i < changes.size(); ++i)
-        bodies.push_back({static_cast<unsigned>(1002 + i), With(ScrewM6x20(), changes[i].first, changes[i].second)});
+        bodies.push_back({static_cast<unsigned>(1002 + i), With(ScrewM6x20(), {{changes[i].first, changes[i].second}})});
     LoadBodies(bodies);
     for (size_t i = 0; i < changes.size(); ++i)
         EXPECT_TRUE(Same(1001, {static_cast<unsigned>(1002 + i)}).empty()) << "a different " << i;
@@ -94,7 +83,7 @@ TEST_F(MatchingRule, EachDescriptiveAttributeIsComparedByteForByte)
 TEST_F(MatchingRule, MissingAttributeEqualsAnEmptyOne)
 {
     Attributes noBrand = Marked({{"名称", "内六角螺钉"}, {"类型", "M6×20"}});
-    LoadBodies({{1001, noBrand}, {1002, With(noBrand, "品牌", "")}});
+    LoadBodies({{1001, noBrand}, {1002, With(noBrand, {{"品牌", ""}})}});
     EXPECT_EQ(std::vector<unsigned>{1002}, Same(1001, {1002}));
 }
 

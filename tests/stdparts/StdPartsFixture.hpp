@@ -56,6 +56,23 @@ inline Attributes Marked(const Attributes& more = {})
     return all;
 }
 
+// attributes with each of changes set: replaced where the title exists, else appended.
+inline Attributes With(Attributes attributes, const Attributes& changes)
+{
+    for (const auto& [title, value] : changes) {
+        bool replaced = false;
+        for (auto& [t, v] : attributes) {
+            if (t == title) {
+                v = value;
+                replaced = true;
+            }
+        }
+        if (!replaced)
+            attributes.push_back({title, value});
+    }
+    return attributes;
+}
+
 // An M6x20 screw as a designer labels it.
 inline Attributes ScrewM6x20()
 {
@@ -79,7 +96,7 @@ inline Json Utf8(const Json& value)
     return value.is_string() ? Json(host::GbkToUtf8(value.get<std::string>())) : value;
 }
 
-// A part file (UTF-8 JSON) of the given bodies; layer states as "62": "visible".
+// The text of a part file (UTF-8 JSON) of the given bodies; layer states as "62": "visible".
 inline std::string PartJson(const std::vector<BodySpec>& bodies, int workLayer = 61,
                             const std::vector<std::pair<int, std::string>>& layerStates = {},
                             const Attributes& partAttributes = {})
@@ -154,6 +171,8 @@ inline std::vector<std::string> Outline(const std::vector<Row>& rows)
     return outline;
 }
 
+namespace fs = std::filesystem;
+
 class StdPartsFixture : public vornadel_test::PluginFixture {
 protected:
     void SetUp() override
@@ -166,7 +185,9 @@ protected:
                     const std::vector<std::pair<int, std::string>>& layerStates = {},
                     const Attributes& partAttributes = {})
     {
-        LoadPart(PartJson(bodies, workLayer, layerStates, partAttributes));
+        const fs::path path = top_ / "stdparts.part.json";
+        vornadel_test::WriteBytes(path, PartJson(bodies, workLayer, layerStates, partAttributes));
+        host::LoadWorkPart(path.string());
     }
 
     // Makes the dialog object, shows it and runs script while it is shown (after the first

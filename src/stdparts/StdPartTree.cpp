@@ -1,0 +1,224 @@
+// Building the tree: one top-level node per purchased item (group), one child per body when the
+// group stands for more than one body; and rebuilding it from records read back earlier.
+
+#include "stdparts/StdPartTree.h"
+
+#include <stdio.h>
+
+#include <algorithm>
+
+#include <NXOpen/Body.hxx>
+#include <NXOpen/BlockStyler_Node.hxx>
+#include <NXOpen/DataContainer.hxx>
+
+#include "platform/BodyInfo.h"
+#include "shell/Vornadel.h"
+#include "stdparts/StdPartCollection.h"
+#include "stdparts/StdPartRecords.h"
+#include "stdparts/TreeReadBack.h"
+
+namespace {
+
+// Columns 1 to 12 in the order in which a node's texts are set.
+const int kColumnOrder[12] = {1, 2, 3, 5, 6, 8, 4, 9, 10, 11, 7, 12};
+
+void AddNodeBody(NXOpen::BlockStyler::Node* node, NXOpen::Body* body)
+{
+    NXOpen::DataContainer* data = node->GetNodeData();
+    data->AddTaggedObject(kNodeDataKey, body);
+    delete data;
+}
+
+// The last child of node, NULL when it has none.
+NXOpen::BlockStyler::Node* LastChild(NXOpen::BlockStyler::Node* node)
+{
+    NXOpen::BlockStyler::Node* last = NULL;
+    for (NXOpen::BlockStyler::Node* child = node->FirstChildNode(); child != NULL; child = child->NextSiblingNode())
+        last = child;
+    return last;
+}
+
+void Remove(std::vector<BodyInfo*>& list, BodyInfo* info)
+{
+    std::vector<BodyInfo*>::iterator at = std::find(list.begin(), list.end(), info);
+    if (at != list.end())
+        list.erase(at);
+}
+
+bool HasNonEmptyAttribute(NXOpen::Body* body, const char* title)
+{
+    std::string value;
+    return ReadStringAttribute(body, title, value) && !value.empty();
+}
+
+}  // namespace
+
+void ClearTree(NXOpen::BlockStyler::Tree* tree)
+{
+    std::vector<NXOpen::BlockStyler::Node*> roots = GetRootNodes(tree);
+    for (std::vector<NXOpen::BlockStyler::Node*>::size_type i = 0; i < roots.size(); ++i)
+        tree->DeleteNode(roots[i]);
+}
+
+std::string IntToString(int value)
+{
+    char text[32];
+    sprintf(text, "%d", value);
+    return text;
+}
+
+bool CompareByNameOrder(const StandardPartParam& a, const StandardPartParam& b)
+{
+    if (!a.name.empty() && !b.name.empty())
+        return a.nameOrderIndex < b.nameOrderIndex;
+    return b.name.compare(a.name) < 0;
+}
+
+void Vornadel::CreatStdPartNodes(bool flag, bool takeSnapshot)
+{
+    (void)flag;  // accepted from every caller and deliberately without effect on the build
+    ClearTree(tree_control0);
+    stdPartStore.ReleaseBodyInfos();
+
+    std::vector<NXOpen::Body*> bodies = KeepStdPartBodies(CollectWorkPartBodies(*this));
+    std::vector<StandardPartParam> records = GetStdPartParams(bodies, stdPartConfig.nameOrder);
+    if (!records.empty())
+        std::stable_sort(records.begin(), records.end(), CompareByNameOrder);
+
+    std::vector<BodyInfo*> remaining;
+    remaining.reserve(records.size());
+    for (std::vector<StandardPartParam>::size_type i = 0; i < records.size(); ++i)
+        remaining.push_back(records[i].bodyInfo);
+
+    int seq = 0;
+    NXOpen::BlockStyler::Node* lastGroup = NULL;
+    for (std::vector<StandardPartParam>::size_type i = 0; i < records.size(); ++i) {
+        StandardPartParam& record = records[i];
+        if (std::find(remaining.begin(), remaining.end(), record.bodyInfo) == remaining.end())
+            continue;  // placed in an earlier group already
+        Remove(remaining, record.bodyInfo);
+        std::vector<BodyInfo*> same = GetSameBodies(record.bodyInfo, remaining);
+        for (std::vector<BodyInfo*>::size_type s = 0; s < same.size(); ++s)
+            Remove(remaining, same[s]);
+
+        if (same.empty()) {
+            // Identical solids that carry neither a name nor a group identifier join this group;
+            // labelled copies wait for a group of their own.
+            std::vector<BodyInfo*> copies = record.bodyInfo->GetSameBodys(remaining, false);
+            for (std::vector<BodyInfo*>::size_type s = 0; s < copies.size(); ++s) {
+                NXOpen::Body* body = copies[s]->GetBody();
+                if (HasNonEmptyAttribute(body, StdPartTitle::Name) || HasNonEmptyAttribute(body, StdPartTitle::GroupId))
+                    continue;
+                for (std::vector<BodyInfo*>::iterator at = remaining.begin(); at != remaining.end(); ++at) {
+                    if ((*at)->GetBody() == body) {
+                        remaining.erase(at);
+                        break;
+                    }
+                }
+                same.push_back(copies[s]);
+            }
+            record.quantity = static_cast<int>(same.size()) + 1;
+        } else if (!record.groupId.empty()) {
+            // Only the members that are identical solids are counted, though every member gets a
+            // child: the quantity may deliberately differ from the number of children.
+            record.quantity = static_cast<int>(record.bodyInfo->GetSameBodys(same, false).size()) + 1;
+        } else {
+            record.quantity = static_cast<int>(same.size()) + 1;
+        }
+
+        ++seq;
+        char sequenceText[32];
+        sprintf(sequenceText, "%03d", seq);
+        NXOpen::BlockStyler::Node* group = CreateStdPartNode(sequenceText, record, NULL, lastGroup);
+        lastGroup = group;
+        if (!same.empty()) {
+            CreateStdPartNode(group, record.bodyInfo->GetBody());
+            for (std::vector<BodyInfo*>::size_type s = 0; s < same.size(); ++s)
+                CreateStdPartNode(group, same[s]->GetBody());
+        }
+    }
+
+    if (takeSnapshot) {
+        initialParams = GetNodeParams();
+        stdPartStore.KeepSnapshot(initialParams);
+        initialParamsTaken = true;
+    }
+}
+
+NXOpen::BlockStyler::Node* Vornadel::CreateStdPartNode(const std::string& sequenceText, StandardPartParam& record,
+                                                       NXOpen::BlockStyler::Node* parent,
+                                                       NXOpen::BlockStyler::Node* after)
+{
+    NXOpen::BlockStyler::Node* node = tree_control0->CreateNode(sequenceText.c_str());
+    // NX ignores the Sort option when an after-node is given: groups follow one another in the
+    // order in which they are made.
+    tree_control0->InsertNode(node, parent, after, NXOpen::BlockStyler::Tree::NodeInsertOptionSort);
+    node->SetColumnDisplayText(1, record.name.c_str());
+    node->SetColumnDisplayText(2, record.type.c_str());
+    node->SetColumnDisplayText(3, record.brand.c_str());
+    node->SetColumnDisplayText(5, record.material.c_str());
+    node->SetColumnDisplayText(6, record.heatTreatment.c_str());
+    node->SetColumnDisplayText(8, record.supplier.c_str());
+    node->SetColumnDisplayText(4, IntToString(record.quantity).c_str());
+    node->SetColumnDisplayText(9, record.leadTime.c_str());
+    node->SetColumnDisplayText(10, record.status.c_str());
+    node->SetColumnDisplayText(11, record.modifyDate.c_str());
+    node->SetColumnDisplayText(7, record.remark.c_str());
+    node->SetColumnDisplayText(12, record.stdPartId.c_str());
+    // Deliberately column 11, not the status of column 10: a group is drawn in the modification
+    // colour only when its modification date reads "改模".
+    if (record.modifyDate == kModifiedStatus)
+        node->SetForegroundColor(modifyColour);
+    AddNodeBody(node, record.bodyInfo->GetBody());
+    return node;
+}
+
+NXOpen::BlockStyler::Node* Vornadel::CreateStdPartNode(NXOpen::BlockStyler::Node* groupNode, NXOpen::Body* body)
+{
+    NXOpen::BlockStyler::Node* child = tree_control0->CreateNode(groupNode->DisplayText());
+    // Every child has the group's display text, and NX places a node inserted with Sort and no
+    // after-node by that text: it is put after the group's last child instead (the option is then
+    // ignored), so the group's own body comes first and the others follow in order.
+    tree_control0->InsertNode(child, groupNode, LastChild(groupNode), NXOpen::BlockStyler::Tree::NodeInsertOptionSort);
+    for (int i = 0; i < 12; ++i)
+        child->SetColumnDisplayText(kColumnOrder[i], groupNode->GetColumnDisplayText(kColumnOrder[i]));
+    AddNodeBody(child, body);
+    if (body->Color() == modifyColour) {
+        child->SetColumnDisplayText(10, kModifiedStatus);
+        child->SetForegroundColor(modifyColour);
+    }
+    return child;
+}
+
+void Vornadel::CreateStdNodes(std::vector<NodeParam*>& records)
+{
+    ClearTree(tree_control0);
+    for (std::vector<NodeParam*>::size_type r = 0; r < records.size(); ++r) {
+        NodeParam* record = records[r];
+        NXOpen::BlockStyler::Node* node = tree_control0->CreateNode(record->columnText[0].c_str());
+        tree_control0->InsertNode(node, NULL, NULL, NXOpen::BlockStyler::Tree::NodeInsertOptionLast);
+        for (int i = 0; i < 12; ++i)
+            node->SetColumnDisplayText(kColumnOrder[i], record->columnText[kColumnOrder[i]].c_str());
+        AddNodeBody(node, record->body);
+        if (record->columnText[11] == kModifiedStatus)
+            node->SetForegroundColor(modifyColour);
+
+        NXOpen::BlockStyler::Node* previous = NULL;
+        for (std::vector<NodeParam*>::size_type c = 0; c < record->children.size(); ++c) {
+            NodeParam* childRecord = record->children[c];
+            NXOpen::BlockStyler::Node* child = tree_control0->CreateNode(childRecord->columnText[0].c_str());
+            // Sort with the previous child as after-node: NX ignores the option and keeps the
+            // records' order, which Sort by the equal display texts would not promise.
+            tree_control0->InsertNode(child, node, previous, NXOpen::BlockStyler::Tree::NodeInsertOptionSort);
+            for (int i = 0; i < 12; ++i)
+                child->SetColumnDisplayText(kColumnOrder[i], childRecord->columnText[kColumnOrder[i]].c_str());
+            AddNodeBody(child, childRecord->body);
+            if (childRecord->columnText[11] == kModifiedStatus)
+                child->SetForegroundColor(modifyColour);
+            previous = child;
+        }
+    }
+    // NX 8.5's SortRootNodes() only reads the tree's "sort root nodes" property and sorts nothing:
+    // the rebuilt list keeps the records' order.
+    tree_control0->SortRootNodes();
+}
