@@ -92,8 +92,6 @@ void Set(NXOpen::BlockStyler::PropertyList* list, const std::string& name, const
     p.set(Value(value));
 }
 
-std::string Text(const char* s) { return s == nullptr ? std::string() : std::string(s); }
-
 std::vector<NXOpen::NXString> ToNX(const Strings& texts) {
     return std::vector<NXOpen::NXString>(texts.begin(), texts.end());
 }

@@ -15,6 +15,8 @@ namespace host::ui {
 
 void Fail(const std::string& message) { throw NXOpen::NXException::Create(message.c_str()); }
 
+std::string Text(const char* s) { return s == nullptr ? std::string() : std::string(s); }
+
 UiState& State() {
     static UiState* state = new UiState;
     return *state;
@@ -128,8 +130,8 @@ const char* Unusable(const BlockImpl& block) {
     return nullptr;
 }
 
-DialogImpl::DialogImpl(const DlxDialog& file) : title(host::Utf8ToGbk(file.title)) {
-    top = std::make_unique<CompositeBlockImpl>(*this, "CompositeBlock", "Dialog", title);
+DialogImpl::DialogImpl(const DlxDialog& file)
+    : top(std::make_unique<CompositeBlockImpl>(*this, "CompositeBlock", "Dialog", host::Utf8ToGbk(file.title))) {
     for (const DlxBlock& b : file.blocks) {
         std::unique_ptr<BlockImpl> block = MakeBlock(*this, b);
         BlockImpl* parent = b.parentId.empty() ? top.get() : FindBlock(b.parentId);
@@ -208,7 +210,7 @@ UI* UI::GetUI() {
 BlockStyler::BlockDialog* UI::CreateDialog(const NXString& dialogName) { return CreateDialog(dialogName.GetLocaleText()); }
 
 BlockStyler::BlockDialog* UI::CreateDialog(const char* dialogName) {
-    std::filesystem::path path = host::ui::FindDialogFile(dialogName == nullptr ? "" : dialogName);
+    std::filesystem::path path = host::ui::FindDialogFile(host::ui::Text(dialogName));
     host::ui::DlxDialog file;
     try {
         file = host::ui::ReadDlxFile(path.string());

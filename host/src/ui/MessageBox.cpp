@@ -13,8 +13,6 @@ public:
     NXOpen::TaggedObject tag;
 };
 
-std::string Text(const char* s) { return s == nullptr ? std::string() : std::string(s); }
-
 std::string Lines(std::vector<NXOpen::NXString>& messages) {
     std::string text;
     for (size_t i = 0; i < messages.size(); ++i) text += (i ? "\n" : "") + std::string(messages[i].GetLocaleText());

@@ -21,8 +21,6 @@ public:
     NXOpen::TaggedObject tag;
 };
 
-std::string Text(const char* s) { return s == nullptr ? std::string() : std::string(s); }
-
 Selection::Response Ask(SelectionRequest request, std::vector<NXOpen::TaggedObject*>& objects) {
     UiState& s = State();
     s.requests.push_back(std::move(request));

@@ -77,8 +77,6 @@ namespace {
 
 TreeImpl& TreeOf(NXOpen::BlockStyler::Tree* tree) { return static_cast<TreeImpl&>(Impl(tree)); }
 
-std::string Text(const char* s) { return s == nullptr ? std::string() : std::string(s); }
-
 void SetCell(NodeImpl& n, int columnId, const std::string& text) {
     for (auto& [id, cell] : n.cells) {
         if (id == columnId) {

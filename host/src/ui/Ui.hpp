@@ -34,6 +34,9 @@ class TreeImpl;
 // Throws the NXException NX Open throws for a failed call; message is English ASCII.
 [[noreturn]] void Fail(const std::string& message);
 
+// The text of a C string argument of NX Open; NULL is empty text.
+std::string Text(const char* s);
+
 // A registration keeps its own copy of the callback object, as NX does.
 template <class Callback>
 std::unique_ptr<Callback> Keep(const Callback& cb) {
@@ -259,8 +262,7 @@ public:
     // The update handler with this block, as NX calls it when a block changes.
     void Update(BlockImpl& block);
 
-    std::string title;  // GBK
-    std::unique_ptr<CompositeBlockImpl> top;
+    std::unique_ptr<CompositeBlockImpl> top;  // its label is the dialog title
     std::vector<std::unique_ptr<BlockImpl>> blocks;  // pre-order of the dialog file
 
     std::unique_ptr<NXOpen::BlockStyler::BlockDialog::Update> update;
