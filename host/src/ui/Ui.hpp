@@ -239,7 +239,6 @@ struct Window {
     std::string className;
     DialogImpl& dialog;
     BlockImpl* block;  // NULL for the dialog's own window
-    Window* parent = nullptr;
     std::vector<std::unique_ptr<Window>> children;
     bool buttonDown = false;
 

@@ -30,13 +30,13 @@ Window* Find(void* handle) {
     return found == Windows().byHandle.end() ? nullptr : found->second;
 }
 
-std::unique_ptr<Window> Make(DialogImpl& dialog, BlockImpl* block, Window* parent) {
+std::unique_ptr<Window> Make(DialogImpl& dialog, BlockImpl* block) {
     Registry& r = Windows();
     void* handle = reinterpret_cast<void*>(r.nextHandle);
     r.nextHandle += 4;
-    auto w = std::unique_ptr<Window>(new Window{handle, block ? block->className : "#32770", dialog, block, parent, {}, false});
+    auto w = std::unique_ptr<Window>(new Window{handle, block ? block->className : "#32770", dialog, block, {}, false});
     r.byHandle[handle] = w.get();
-    for (BlockImpl* member : (block ? block : dialog.top.get())->members) w->children.push_back(Make(dialog, member, w.get()));
+    for (BlockImpl* member : (block ? block : dialog.top.get())->members) w->children.push_back(Make(dialog, member));
     return w;
 }
 
@@ -65,7 +65,7 @@ std::string Window::Text() const { return block ? block->label : dialog.top->lab
 
 void OpenWindows(DialogImpl& dialog) {
     if (dialog.window) return;
-    dialog.window = Make(dialog, nullptr, nullptr);
+    dialog.window = Make(dialog, nullptr);
     Windows().topLevel.push_back(dialog.window.get());
 }
 
