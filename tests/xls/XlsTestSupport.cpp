@@ -657,3 +657,90 @@ void expectWellFormedStream(const Bytes& stream, int writtenSheet)
 }
 
 }  // namespace xlstest
+
+namespace xlstest {
+
+// Header (4096 bytes) | large streams | mini stream | MiniFAT | directory | FAT; at most 109 FAT
+// sectors, which covers any fixture.
+Bytes asVersion4(const Bytes& file)
+{
+    const size_t ss = 4096, per = ss / 4;
+    xls::CompoundFile cf;
+    std::string error;
+    EXPECT_TRUE(cf.read(file.data(), file.size(), error)) << error;
+    std::vector<Bytes> sectors;
+    std::vector<uint32_t> fat;
+    auto chain = [&](const Bytes& data) -> uint32_t {
+        if (data.empty()) return 0xFFFFFFFEu;
+        const uint32_t first = static_cast<uint32_t>(sectors.size());
+        for (size_t at = 0; at < data.size(); at += ss) {
+            Bytes s(ss, 0);
+            std::copy(data.begin() + at, data.begin() + std::min(data.size(), at + ss), s.begin());
+            sectors.push_back(s);
+            fat.push_back(at + ss < data.size() ? static_cast<uint32_t>(sectors.size()) : 0xFFFFFFFEu);
+        }
+        return first;
+    };
+    Bytes mini, miniFat;
+    std::vector<uint32_t> starts(cf.entries.size(), 0xFFFFFFFEu);
+    for (size_t i = 1; i < cf.entries.size(); ++i) {
+        const Bytes& d = cf.entries[i].data;
+        if (cf.entries[i].raw[0x42] != xls::kEntryStream || d.empty()) continue;
+        if (d.size() >= 4096) {
+            starts[i] = chain(d);
+            continue;
+        }
+        starts[i] = static_cast<uint32_t>(mini.size() / 64);
+        const size_t count = (d.size() + 63) / 64;
+        for (size_t k = 0; k < count; ++k) {
+            Bytes id = le32({k + 1 < count ? starts[i] + static_cast<uint32_t>(k) + 1 : 0xFFFFFFFEu});
+            miniFat.insert(miniFat.end(), id.begin(), id.end());
+        }
+        mini.insert(mini.end(), d.begin(), d.end());
+        mini.resize(starts[i] * 64 + count * 64, 0);
+    }
+    const uint32_t miniStart = chain(mini), miniFatStart = chain(miniFat);
+    Bytes dir;
+    for (size_t i = 0; i < cf.entries.size(); ++i) {
+        Bytes e(cf.entries[i].raw, cf.entries[i].raw + 128);
+        uint32_t start = i == 0 ? miniStart : starts[i];
+        uint32_t size = static_cast<uint32_t>(i == 0 ? mini.size() : cf.entries[i].data.size());
+        if (i == 0 || e[0x42] == xls::kEntryStream) {
+            for (int k = 0; k < 4; ++k) e[0x74 + k] = static_cast<unsigned char>(start >> (8 * k));
+            for (int k = 0; k < 4; ++k) e[0x78 + k] = static_cast<unsigned char>(size >> (8 * k));
+            for (int k = 0; k < 4; ++k) e[0x7C + k] = 0;
+        }
+        dir.insert(dir.end(), e.begin(), e.end());
+    }
+    while (dir.size() % ss != 0) {
+        Bytes e(128, 0);
+        for (int k = 0x44; k < 0x50; ++k) e[k] = 0xFF;
+        dir.insert(dir.end(), e.begin(), e.end());
+    }
+    const uint32_t dirSectors = static_cast<uint32_t>(dir.size() / ss), dirStart = chain(dir);
+    const size_t fatSectors = (sectors.size() + per) / per;  // room for the FAT's own sectors
+    const uint32_t fatStart = static_cast<uint32_t>(sectors.size());
+    for (size_t k = 0; k < fatSectors; ++k) {
+        sectors.emplace_back(ss, 0);
+        fat.push_back(0xFFFFFFFDu);
+    }
+    fat.resize(fatSectors * per, 0xFFFFFFFFu);
+    for (size_t k = 0; k < fatSectors; ++k)
+        for (size_t j = 0; j < per; ++j)
+            for (int b = 0; b < 4; ++b) sectors[fatStart + k][4 * j + b] = static_cast<unsigned char>(fat[k * per + j] >> (8 * b));
+    Bytes out(ss, 0);
+    std::copy(file.begin(), file.begin() + 8, out.begin());
+    Bytes h = cat({le16({0x3E, 4, 0xFFFE, 12, 6, 0, 0, 0}), le32({dirSectors, static_cast<uint32_t>(fatSectors), dirStart, 0,
+                                                                 4096, miniFat.empty() ? 0xFFFFFFFEu : miniFatStart,
+                                                                 static_cast<uint32_t>((miniFat.size() + ss - 1) / ss),
+                                                                 0xFFFFFFFEu, 0})});
+    std::copy(h.begin(), h.end(), out.begin() + 0x18);
+    for (size_t k = 0; k < 109; ++k) {
+        Bytes id = le32({k < fatSectors ? fatStart + static_cast<uint32_t>(k) : 0xFFFFFFFFu});
+        std::copy(id.begin(), id.end(), out.begin() + 0x4C + 4 * k);
+    }
+    for (const Bytes& s : sectors) out.insert(out.end(), s.begin(), s.end());
+    return out;
+}
+
+}  // namespace xlstest

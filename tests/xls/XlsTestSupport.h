@@ -113,6 +113,9 @@ Bytes cat(std::initializer_list<Bytes> parts);
 // A compound file (version 3) holding the given streams under the root, in this order.
 Bytes compoundFile(const std::vector<std::pair<std::string, Bytes>>& streams);
 
+// The same compound file rewritten as version 4 (4096-byte sectors), as Excel writes large files.
+Bytes asVersion4(const Bytes& file);
+
 // Records of a Workbook stream: (position, type, data).
 struct Rec {
     uint32_t pos;

@@ -1,0 +1,372 @@
+// Loading: which workbooks the engine opens, which it refuses and with what message, and the
+// sheet operations the export uses (active sheet, getSheet, writeStr's limits).
+
+#include "XlsBook.h"
+#include "XlsTestSupport.h"
+
+#include <gtest/gtest.h>
+
+#include <random>
+
+using namespace xlstest;
+
+namespace {
+
+// Loads bytes; on refusal returns the message, on success "loaded".
+std::string loadMessage(const Bytes& bytes)
+{
+    xls::Book book;
+    if (book.loadBuffer(bytes.data(), bytes.size())) return "loaded";
+    std::string message = book.errorMessage();
+    EXPECT_FALSE(message.empty()) << "a refusal has a message";
+    return message;
+}
+
+bool contains(const std::string& text, const std::string& part) { return text.find(part) != std::string::npos; }
+
+uint32_t u32(const Bytes& b, size_t at) { return b[at] | (b[at + 1] << 8) | (b[at + 2] << 16) | (static_cast<uint32_t>(b[at + 3]) << 24); }
+
+void setU32(Bytes& b, size_t at, uint32_t v)
+{
+    for (int k = 0; k < 4; ++k) b[at + k] = static_cast<unsigned char>(v >> (8 * k));
+}
+
+// File offset of directory entry `id` of a version 3 file whose directory fits one sector.
+size_t entryOffset(const Bytes& file, size_t id) { return (u32(file, 0x30) + 1) * 512 + id * 128; }
+
+// Directory id of the entry named name (ASCII) in a version 3 file's first directory sector.
+size_t entryId(const Bytes& file, const std::string& name)
+{
+    for (size_t id = 0; id < 4; ++id) {
+        const size_t e = entryOffset(file, id);
+        bool same = file[e + 0x40] == 2 * (name.size() + 1);
+        for (size_t k = 0; k < name.size() && same; ++k) same = file[e + 2 * k] == static_cast<unsigned char>(name[k]);
+        if (same) return id;
+    }
+    ADD_FAILURE() << "no entry " << name;
+    return 0;
+}
+
+// Sets FAT entry `sector` of a version 3 file to value.
+void setFat(Bytes& file, uint32_t sector, uint32_t value)
+{
+    const uint32_t fatSector = u32(file, 0x4C + 4 * (sector / 128));
+    setU32(file, (fatSector + 1) * 512 + 4 * (sector % 128), value);
+}
+
+const Bytes& templateBytes()
+{
+    static const Bytes bytes = readBytes(bundledTemplate());
+    return bytes;
+}
+
+}  // namespace
+
+TEST(XlsLoad, OpensTheBundledTemplate)
+{
+    xls::Book book;
+    ASSERT_TRUE(book.load(bundledTemplate().c_str())) << book.errorMessage();
+    EXPECT_EQ(2, book.sheetCount());
+    EXPECT_EQ(0, book.activeSheet());
+    EXPECT_NE(nullptr, book.getSheet(0));
+    EXPECT_STREQ("", book.errorMessage());
+}
+
+TEST(XlsLoad, OpensAVersion4CompoundFile)
+{
+    const Bytes v4 = asVersion4(templateBytes());
+    ASSERT_EQ(4, v4[0x1A]);
+    TempDir dir;
+    writeBytes(dir / "v4.xls", v4);
+    ASSERT_NO_FATAL_FAILURE(writeWorkbook(dir / "v4.xls", dir / "out.xls", bomCells(3)));
+    expectOnlyWrittenCellsChanged(xlrdDump(bundledTemplate()), xlrdDump(dir / "out.xls"), 0, bomCells(3));
+    EXPECT_EQ(3, readBytes(dir / "out.xls")[0x1A]) << "saved as version 3, the version LibreOffice opens";
+}
+
+TEST(XlsLoad, OpensAWorkbookStreamInTheMiniStream)
+{
+    const Bytes file = BookBuilder().sheet("S").file();
+    ASSERT_LT(workbookStream(file).size(), 4096u);
+    TempDir dir;
+    writeBytes(dir / "in.xls", file);
+    Written cells = {{{0, 0}, u"小"}};
+    ASSERT_NO_FATAL_FAILURE(writeWorkbook(dir / "in.xls", dir / "out.xls", cells));
+    expectOnlyWrittenCellsChanged(xlrdDump(dir / "in.xls"), xlrdDump(dir / "out.xls"), 0, cells);
+}
+
+TEST(XlsLoad, RefusesAMissingFile)
+{
+    xls::Book book;
+    EXPECT_FALSE(book.load("/no/such/folder/book.xls"));
+    EXPECT_TRUE(contains(book.errorMessage(), "cannot open")) << book.errorMessage();
+}
+
+TEST(XlsLoad, RefusesAnEmptyFile) { EXPECT_TRUE(contains(loadMessage({}), "not a compound file")); }
+
+TEST(XlsLoad, RefusesAWrongSignature)
+{
+    Bytes bytes = templateBytes();
+    bytes[0] = 'P';
+    EXPECT_TRUE(contains(loadMessage(bytes), "no OLE2 signature"));
+}
+
+TEST(XlsLoad, RefusesAnXlsxOrTextFile)
+{
+    const std::string zip = "PK\x03\x04 not really a zip", text = "name,size\n顶针,5\n";
+    EXPECT_NE("loaded", loadMessage(Bytes(zip.begin(), zip.end())));
+    EXPECT_NE("loaded", loadMessage(Bytes(text.begin(), text.end())));
+}
+
+TEST(XlsLoad, RefusesATruncatedFile)
+{
+    const Bytes& whole = templateBytes();
+    for (size_t size : {size_t(8), size_t(511), size_t(512), size_t(1000), whole.size() / 2, whole.size() - 3000}) {
+        const std::string message = loadMessage(Bytes(whole.begin(), whole.begin() + size));
+        EXPECT_NE("loaded", message) << "cut to " << size << " bytes";
+    }
+}
+
+TEST(XlsLoad, ToleratesAFileCutInsideItsLastSector)
+{
+    // Some writers end the file short of a whole sector; the missing bytes read as zeros.
+    const Bytes file = BookBuilder().sheet("S").file();
+    Bytes cut(file.begin(), file.end() - 100);
+    EXPECT_EQ("loaded", loadMessage(cut));
+}
+
+TEST(XlsLoad, RefusesACyclicSectorChain)
+{
+    Bytes bytes = templateBytes();
+    const size_t e = entryOffset(bytes, entryId(bytes, "Workbook"));
+    const uint32_t start = u32(bytes, e + 0x74);
+    setFat(bytes, start + 3, start + 1);  // the stream's 4th sector leads back to its 2nd
+    EXPECT_TRUE(contains(loadMessage(bytes), "loops")) << loadMessage(bytes);
+}
+
+TEST(XlsLoad, RefusesAChainThatLeavesTheFile)
+{
+    Bytes bytes = templateBytes();
+    const size_t e = entryOffset(bytes, entryId(bytes, "Workbook"));
+    setFat(bytes, u32(bytes, e + 0x74), 0x00FFFFFF);
+    EXPECT_TRUE(contains(loadMessage(bytes), "not in the file")) << loadMessage(bytes);
+}
+
+TEST(XlsLoad, RefusesADirectoryTreeThatLoops)
+{
+    Bytes bytes = templateBytes();
+    const uint32_t child = u32(bytes, entryOffset(bytes, 0) + 0x4C);
+    setU32(bytes, entryOffset(bytes, child) + 0x44, child);
+    EXPECT_TRUE(contains(loadMessage(bytes), "directory tree loops")) << loadMessage(bytes);
+}
+
+TEST(XlsLoad, RefusesADifatChainThatLoops)
+{
+    // 300 sectors, 240 FAT sectors claimed: 109 in the header, the rest in DIFAT sector 5, whose
+    // "next" field names itself.
+    Bytes bytes(512 * 301, 0);
+    std::copy(templateBytes().begin(), templateBytes().begin() + 0x4C, bytes.begin());
+    setU32(bytes, 0x2C, 240);
+    setU32(bytes, 0x44, 5);
+    setU32(bytes, 0x48, 2);
+    for (uint32_t k = 0; k < 109; ++k) setU32(bytes, 0x4C + 4 * k, 10 + k);
+    for (uint32_t k = 0; k < 127; ++k) setU32(bytes, 6 * 512 + 4 * k, 150 + k);
+    setU32(bytes, 6 * 512 + 508, 5);
+    EXPECT_TRUE(contains(loadMessage(bytes), "DIFAT chain loops")) << loadMessage(bytes);
+}
+
+TEST(XlsLoad, RefusesAHugeStreamSize)
+{
+    Bytes bytes = templateBytes();
+    setU32(bytes, entryOffset(bytes, entryId(bytes, "Workbook")) + 0x78, 0x7FFFFFF0u);
+    EXPECT_TRUE(contains(loadMessage(bytes), "larger than the file")) << loadMessage(bytes);
+    Bytes v4 = asVersion4(templateBytes());
+    const size_t dir = (u32(v4, 0x30) + 1) * 4096;
+    for (size_t id = 1; id < 4; ++id) setU32(v4, dir + id * 128 + 0x7C, 1);  // sizes above 4 GiB
+    EXPECT_TRUE(contains(loadMessage(v4), "larger than the file")) << loadMessage(v4);
+}
+
+TEST(XlsLoad, RefusesRandomBytes)
+{
+    std::mt19937 random(20240506);
+    const Bytes& model = templateBytes();
+    for (int round = 0; round < 300; ++round) {
+        Bytes bytes(random() % 20000);
+        for (auto& b : bytes) b = static_cast<unsigned char>(random());
+        if (round % 2 == 1 && bytes.size() >= 0x4C) std::copy(model.begin(), model.begin() + 0x4C, bytes.begin());
+        EXPECT_NE("loaded", loadMessage(bytes)) << "round " << round;
+    }
+}
+
+TEST(XlsLoad, SurvivesRandomDamageToARealWorkbook)
+{
+    std::mt19937 random(7);
+    for (int round = 0; round < 300; ++round) {
+        Bytes bytes = templateBytes();
+        for (int k = 0; k < 1 + round % 8; ++k) bytes[random() % bytes.size()] = static_cast<unsigned char>(random());
+        xls::Book book;
+        if (!book.loadBuffer(bytes.data(), bytes.size())) {
+            EXPECT_STRNE("", book.errorMessage());
+            continue;
+        }
+        if (xls::Sheet* sheet = book.getSheet(book.activeSheet())) sheet->writeStr(6, 1, L"顶针");
+        std::vector<unsigned char> out;
+        EXPECT_TRUE(book.saveBuffer(out)) << book.errorMessage();
+    }
+}
+
+TEST(XlsLoad, RefusesAnExcel95Workbook)
+{
+    const Bytes bof = cat({le16({0x0809, 8, 0x0500, 0x0005, 0x0DBB, 0x07CC})});
+    EXPECT_TRUE(contains(loadMessage(compoundFile({{"Book", bof}})), "BIFF5"));
+    EXPECT_TRUE(contains(loadMessage(compoundFile({{"Workbook", bof}})), "BIFF5"));
+}
+
+TEST(XlsLoad, RefusesAnEncryptedWorkbook)
+{
+    const Bytes file = BookBuilder().globalsRecord(0x002F, le16({0, 1, 1})).sheet("S").file();
+    EXPECT_TRUE(contains(loadMessage(file), "encrypted"));
+}
+
+TEST(XlsLoad, RefusesACompoundFileWithoutAWorkbook)
+{
+    EXPECT_TRUE(contains(loadMessage(compoundFile({{"WordDocument", Bytes(600, 0)}})), "no Workbook stream"));
+}
+
+TEST(XlsLoad, RefusesAWorkbookStreamThatIsNotBiff)
+{
+    EXPECT_TRUE(contains(loadMessage(compoundFile({{"Workbook", Bytes(5000, 0x41)}})), "BOF"));
+}
+
+TEST(XlsLoad, RefusesAWorkbookCutShort)
+{
+    Bytes stream = BookBuilder().sheet("A").sheet("B").stream();
+    Bytes noSheetEnd(stream.begin(), stream.end() - 4);
+    EXPECT_TRUE(contains(loadMessage(compoundFile({{"Workbook", noSheetEnd}})), "no end (EOF)"));
+    Bytes globalsOnly(stream.begin(), stream.begin() + 300);
+    EXPECT_TRUE(contains(loadMessage(compoundFile({{"Workbook", globalsOnly}})), "globals have no end"));
+}
+
+TEST(XlsLoad, AFailedLoadKeepsTheBookLoadedBefore)
+{
+    xls::Book book;
+    ASSERT_TRUE(book.load(bundledTemplate().c_str()));
+    xls::Sheet* sheet = book.getSheet(0);
+    ASSERT_NE(nullptr, sheet);
+    EXPECT_FALSE(book.loadBuffer("garbage", 7));
+    EXPECT_EQ(2, book.sheetCount());
+    EXPECT_TRUE(sheet->writeStr(1, 1, L"仍可写"));
+    std::vector<unsigned char> out;
+    EXPECT_TRUE(book.saveBuffer(out));
+}
+
+TEST(XlsSheet, ActiveSheetIsTheTabSelectedWhenSaved)
+{
+    xls::Book book;
+    ASSERT_TRUE(book.load((dataDir() / "features-gnumeric.xls").c_str()));
+    EXPECT_EQ(1, book.activeSheet());
+}
+
+TEST(XlsSheet, ActiveSheetOutOfRangeMeansTheFirst)
+{
+    const Bytes file = BookBuilder().activeTab(7).sheet("A").sheet("B").file();
+    xls::Book book;
+    ASSERT_TRUE(book.loadBuffer(file.data(), file.size()));
+    EXPECT_EQ(0, book.activeSheet());
+}
+
+TEST(XlsSheet, GetSheetGivesTheSameSheetEachTime)
+{
+    xls::Book book;
+    ASSERT_TRUE(book.load(bundledTemplate().c_str()));
+    EXPECT_EQ(book.getSheet(1), book.getSheet(1));
+    EXPECT_NE(book.getSheet(0), book.getSheet(1));
+}
+
+TEST(XlsSheet, GetSheetRefusesAnIndexWithoutSheet)
+{
+    xls::Book book;
+    EXPECT_EQ(nullptr, book.getSheet(0));
+    EXPECT_TRUE(contains(book.errorMessage(), "no workbook is loaded"));
+    ASSERT_TRUE(book.load(bundledTemplate().c_str()));
+    EXPECT_EQ(nullptr, book.getSheet(2));
+    EXPECT_TRUE(contains(book.errorMessage(), "no sheet 2")) << book.errorMessage();
+    EXPECT_EQ(nullptr, book.getSheet(-1));
+}
+
+TEST(XlsSheet, GetSheetRefusesAChartSheet)
+{
+    const Bytes file = BookBuilder().sheet("Data").chartSheet("Chart").file();
+    xls::Book book;
+    ASSERT_TRUE(book.loadBuffer(file.data(), file.size()));
+    EXPECT_NE(nullptr, book.getSheet(0));
+    EXPECT_EQ(nullptr, book.getSheet(1));
+    EXPECT_TRUE(contains(book.errorMessage(), "not a worksheet"));
+}
+
+TEST(XlsSheet, GetSheetRefusesASheetWithDamagedCells)
+{
+    // A MULBLANK running past column IV.
+    const Bytes file = BookBuilder().sheet("S").record(0x00BE, le16({0, 250, 15, 15, 15, 15, 15, 15, 15, 15, 257})).file();
+    xls::Book book;
+    ASSERT_TRUE(book.loadBuffer(file.data(), file.size()));
+    EXPECT_EQ(nullptr, book.getSheet(0));
+    EXPECT_TRUE(contains(book.errorMessage(), "column IV")) << book.errorMessage();
+}
+
+TEST(XlsSheet, WriteStrRefusesCellsOutsideTheSheet)
+{
+    xls::Book book;
+    ASSERT_TRUE(book.load(bundledTemplate().c_str()));
+    xls::Sheet* sheet = book.getSheet(0);
+    EXPECT_FALSE(sheet->writeStr(65536, 0, L"x"));
+    EXPECT_TRUE(contains(book.errorMessage(), "row 65536 is outside the sheet")) << book.errorMessage();
+    EXPECT_FALSE(sheet->writeStr(0, 256, L"x"));
+    EXPECT_TRUE(contains(book.errorMessage(), "column 256 is outside the sheet")) << book.errorMessage();
+    EXPECT_FALSE(sheet->writeStr(-1, 0, L"x"));
+    EXPECT_FALSE(sheet->writeStr(0, -1, L"x"));
+    EXPECT_TRUE(sheet->writeStr(65535, 255, L"x"));
+    EXPECT_STREQ("", book.errorMessage()) << "a successful call clears the message";
+}
+
+TEST(XlsSheet, WriteStrRefusesNullTextAndTakesEmptyText)
+{
+    xls::Book book;
+    ASSERT_TRUE(book.load(bundledTemplate().c_str()));
+    xls::Sheet* sheet = book.getSheet(0);
+    EXPECT_FALSE(sheet->writeStr(1, 1, nullptr));
+    EXPECT_TRUE(contains(book.errorMessage(), "NULL"));
+    EXPECT_TRUE(sheet->writeStr(1, 1, L""));
+}
+
+TEST(XlsSheet, WriteStrRefusesTextLongerThanACellHolds)
+{
+    xls::Book book;
+    ASSERT_TRUE(book.load(bundledTemplate().c_str()));
+    xls::Sheet* sheet = book.getSheet(0);
+    EXPECT_TRUE(sheet->writeStr(1, 1, std::wstring(32767, L'长').c_str()));
+    EXPECT_FALSE(sheet->writeStr(1, 1, std::wstring(32768, L'长').c_str()));
+    EXPECT_TRUE(contains(book.errorMessage(), "32767")) << book.errorMessage();
+    // A character above U+FFFF takes two UTF-16 units.
+    EXPECT_FALSE(sheet->writeStr(1, 1, std::wstring(16384, L'\U0001F600').c_str()));
+}
+
+TEST(XlsSheet, WriteStrRefusesTheFirstCellOfASharedOrArrayFormula)
+{
+    // features-libreoffice.xls: D2:D41 share one formula (SHRFMLA after D2's FORMULA); G2:G3 hold an
+    // array formula (ARRAY after G2's FORMULA).
+    const std::vector<Rec> recs = records(workbookStream(readBytes(dataDir() / "features-libreoffice.xls")));
+    std::vector<std::pair<int, int>> anchors;
+    for (size_t i = 1; i < recs.size(); ++i)
+        if ((recs[i].type == 0x04BC || recs[i].type == 0x0221) && recs[i - 1].type == 0x0006)
+            anchors.push_back({recs[i - 1].data[0] | (recs[i - 1].data[1] << 8), recs[i - 1].data[2]});
+    ASSERT_EQ(2u, anchors.size());
+    xls::Book book;
+    ASSERT_TRUE(book.load((dataDir() / "features-libreoffice.xls").c_str()));
+    xls::Sheet* sheet = book.getSheet(1);
+    ASSERT_NE(nullptr, sheet);
+    for (const auto& a : anchors) {
+        EXPECT_FALSE(sheet->writeStr(a.first, a.second, L"x")) << a.first << ", " << a.second;
+        EXPECT_TRUE(contains(book.errorMessage(), "other cells use")) << book.errorMessage();
+    }
+    EXPECT_TRUE(sheet->writeStr(anchors[0].first + 1, anchors[0].second, L"a member of the group"));
+}
