@@ -36,7 +36,7 @@ struct Column {
 };
 
 // The tree's columns, by index.
-const Column kColumns[13] = {
+const Column kColumns[kColumnCount] = {
     {"序号", 75}, {"名称", 120}, {"型号/尺寸", 120}, {"品牌", 80}, {"数量", 60},
     {"材质", 60}, {"热处理", 75}, {"备注", 60}, {"供应商", 86}, {"采购周期", 80},
     {"状态", 50}, {"修改时间", 80}, {"ID", 80},
@@ -127,7 +127,7 @@ void Vornadel::dialogShown_cb()
         NXOpen::Part* work = theSession->Parts()->Work();
 
         tree_control0->SetShowToolTips(true);
-        for (int i = 0; i < 13; ++i)
+        for (int i = 0; i < kColumnCount; ++i)
             tree_control0->InsertColumn(i, kColumns[i].title, kColumns[i].width);
         tree_control0->SetColumnVisible(kHiddenColumn, false);
 

@@ -38,6 +38,17 @@ NXOpen::BlockStyler::Node* LastChild(NXOpen::BlockStyler::Node* node)
     return last;
 }
 
+// A node rebuilt from its record: columns 1 to 12, the body, and the modification colour when
+// column 11 reads "改模".
+void FillRestoredNode(NXOpen::BlockStyler::Node* node, const NodeParam& record, int modifyColour)
+{
+    for (int i = 0; i < 12; ++i)
+        node->SetColumnDisplayText(kColumnOrder[i], record.columnText[kColumnOrder[i]].c_str());
+    AddNodeBody(node, record.body);
+    if (record.columnText[11] == kModifiedStatus)
+        node->SetForegroundColor(modifyColour);
+}
+
 void Remove(std::vector<BodyInfo*>& list, BodyInfo* info)
 {
     std::vector<BodyInfo*>::iterator at = std::find(list.begin(), list.end(), info);
@@ -197,11 +208,7 @@ void Vornadel::CreateStdNodes(std::vector<NodeParam*>& records)
         NodeParam* record = records[r];
         NXOpen::BlockStyler::Node* node = tree_control0->CreateNode(record->columnText[0].c_str());
         tree_control0->InsertNode(node, NULL, NULL, NXOpen::BlockStyler::Tree::NodeInsertOptionLast);
-        for (int i = 0; i < 12; ++i)
-            node->SetColumnDisplayText(kColumnOrder[i], record->columnText[kColumnOrder[i]].c_str());
-        AddNodeBody(node, record->body);
-        if (record->columnText[11] == kModifiedStatus)
-            node->SetForegroundColor(modifyColour);
+        FillRestoredNode(node, *record, modifyColour);
 
         NXOpen::BlockStyler::Node* previous = NULL;
         for (std::vector<NodeParam*>::size_type c = 0; c < record->children.size(); ++c) {
@@ -210,11 +217,7 @@ void Vornadel::CreateStdNodes(std::vector<NodeParam*>& records)
             // Sort with the previous child as after-node: NX ignores the option and keeps the
             // records' order, which Sort by the equal display texts would not promise.
             tree_control0->InsertNode(child, node, previous, NXOpen::BlockStyler::Tree::NodeInsertOptionSort);
-            for (int i = 0; i < 12; ++i)
-                child->SetColumnDisplayText(kColumnOrder[i], childRecord->columnText[kColumnOrder[i]].c_str());
-            AddNodeBody(child, childRecord->body);
-            if (childRecord->columnText[11] == kModifiedStatus)
-                child->SetForegroundColor(modifyColour);
+            FillRestoredNode(child, *childRecord, modifyColour);
             previous = child;
         }
     }
