@@ -87,6 +87,7 @@ public:
         memset(oldExtent, 0, sizeof oldExtent);
         memset(newRow, 0, sizeof newRow);
     }
+    // open() sets every field below from the sheet's records.
     ~SheetState()
     {
         delete handle;
@@ -282,6 +283,9 @@ bool SheetState::open(std::string& error)
 {
     const BookState& b = *book;
     Owned<CellTable> cells(new CellTable);
+    dimensions = index = defColWidth = firstColInfo = uncalced = window2 = firstCell = kNone;
+    memset(oldExtent, 0, sizeof oldExtent);
+    columns.clear();
     std::vector<u32> taken;
     u32 rowFlags = 0, rowHeight = kStandardRowHeight;
     bool stringGoesOn = false;  // the record before was a STRING or one of its CONTINUEs
