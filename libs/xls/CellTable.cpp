@@ -40,24 +40,28 @@ Row& CellTable::makeRow(u32 r)
     return *rows_[r];
 }
 
-// Cells mostly arrive in ascending order, so the end of the row is tried first.
+// Where column c is, or would go, in a row's cells. Cells mostly arrive in ascending order, so
+// the end of the row is tried first.
+size_t CellTable::slot(const std::vector<Cell>& cells, u32 c)
+{
+    if (cells.empty() || cells.back().col < c) return cells.size();
+    size_t low = 0, high = cells.size();
+    while (low < high) {
+        const size_t mid = (low + high) / 2;
+        if (cells[mid].col < c)
+            low = mid + 1;
+        else
+            high = mid;
+    }
+    return low;
+}
+
 Cell& CellTable::put(u32 r, u32 c)
 {
     std::vector<Cell>& cells = makeRow(r).cells;
-    size_t at = cells.size();
-    if (!cells.empty() && cells.back().col >= c) {
-        size_t low = 0, high = cells.size();
-        while (low < high) {
-            size_t mid = (low + high) / 2;
-            if (cells[mid].col < c)
-                low = mid + 1;
-            else
-                high = mid;
-        }
-        at = low;
-        if (cells[at].col == c) return cells[at];
-    }
-    Cell fresh = {static_cast<u16>(c), kBlank, 0, 0};
+    const size_t at = slot(cells, c);
+    if (at < cells.size() && cells[at].col == c) return cells[at];
+    const Cell fresh = {static_cast<u16>(c), kBlank, 0, 0};
     cells.insert(cells.begin() + static_cast<std::ptrdiff_t>(at), fresh);
     return cells[at];
 }
@@ -66,16 +70,8 @@ const Cell* CellTable::cell(u32 r, u32 c) const
 {
     const Row* line = row(r);
     if (line == NULL) return NULL;
-    const std::vector<Cell>& cells = line->cells;
-    size_t low = 0, high = cells.size();
-    while (low < high) {
-        size_t mid = (low + high) / 2;
-        if (cells[mid].col < c)
-            low = mid + 1;
-        else
-            high = mid;
-    }
-    return low < cells.size() && cells[low].col == c ? &cells[low] : NULL;
+    const size_t at = slot(line->cells, c);
+    return at < line->cells.size() && line->cells[at].col == c ? &line->cells[at] : NULL;
 }
 
 bool CellTable::take(u32 type, const u8* data, size_t size, std::string& error)

@@ -68,6 +68,7 @@ private:
         bool anchor;
     };
 
+    static size_t slot(const std::vector<Cell>& cells, u32 c);
     Row& makeRow(u32 r);
     Cell& put(u32 r, u32 c);
     bool present(u32 r) const { return rows_[r] != NULL && (rows_[r]->hasRecord || !rows_[r]->cells.empty()); }

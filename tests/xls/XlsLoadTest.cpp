@@ -87,11 +87,7 @@ TEST(XlsLoad, OpensAWorkbookStreamInTheMiniStream)
 {
     const Bytes file = BookBuilder().sheet("S").file();
     ASSERT_LT(workbookStream(file).size(), 4096u);
-    TempDir dir;
-    writeBytes(dir / "in.xls", file);
-    Written cells = {{{0, 0}, u"小"}};
-    ASSERT_NO_FATAL_FAILURE(writeWorkbook(dir / "in.xls", dir / "out.xls", cells));
-    expectOnlyWrittenCellsChanged(xlrdDump(dir / "in.xls"), xlrdDump(dir / "out.xls"), 0, cells);
+    writeAndCompare(file, {{{0, 0}, u"小"}});
 }
 
 TEST(XlsLoad, RefusesAMissingFile)

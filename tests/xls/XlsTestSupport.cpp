@@ -265,6 +265,18 @@ void writeWorkbook(const fs::path& from, const fs::path& to, const Written& cell
     ASSERT_TRUE(book.save(to.c_str())) << book.errorMessage();
 }
 
+nlohmann::json writeAndCompare(const Bytes& file, const Written& cells)
+{
+    TempDir dir;
+    writeBytes(dir / "in.xls", file);
+    writeWorkbook(dir / "in.xls", dir / "out.xls", cells, 0);
+    if (::testing::Test::HasFatalFailure()) return nullptr;
+    nlohmann::json after = xlrdDump(dir / "out.xls");
+    expectOnlyWrittenCellsChanged(xlrdDump(dir / "in.xls"), after, 0, cells);
+    expectWellFormedStream(workbookStream(readBytes(dir / "out.xls")), 0);
+    return after;
+}
+
 void expectOnlyWrittenCellsChanged(const nlohmann::json& before, const nlohmann::json& after, int sheet,
                                    const Written& written)
 {

@@ -74,6 +74,10 @@ Written bomCells(int rows);
 // the test on any engine error.
 void writeWorkbook(const fs::path& from, const fs::path& to, const Written& cells, int sheet = -1);
 
+// Writes the cells into the first sheet of the workbook `file` (bytes), saves, and compares xlrd's
+// views of input and output as expectOnlyWrittenCellsChanged does; returns the output's view.
+nlohmann::json writeAndCompare(const Bytes& file, const Written& cells);
+
 // Compares xlrd's views: `after` must equal `before` but for the written cells of sheet `sheet`,
 // which must hold their text as string cells with the XF Excel's rules give (the cell's own,
 // else the row's, else the column's, else 15); new rows have the default height.
