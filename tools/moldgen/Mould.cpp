@@ -743,13 +743,23 @@ Mould Generate(const Options& options) {
     // Later edits, appended in the order they were made: copies with the marker only, copies
     // put on the reference and old layers, unnamed one-off pins.
     std::vector<Draft> later;
-    std::vector<int> labelledLines;
-    for (size_t i = 0; i < lines.size(); ++i)
-        if (!byLine[i].empty()) labelledLines.push_back(static_cast<int>(i));
+    std::vector<int> labelledLines, singleLines;  // singleLines: lines with one labelled copy
+    for (size_t i = 0; i < lines.size(); ++i) {
+        if (byLine[i].empty()) continue;
+        labelledLines.push_back(static_cast<int>(i));
+        int labelled = 0;
+        for (size_t d : byLine[i]) labelled += drafts[d].labelled;
+        if (labelled == 1) singleLines.push_back(static_cast<int>(i));
+    }
     auto nearLine = [&](int line, bool labelled) {
         return Copy(lines, line, Near(random.Pick(lines[static_cast<size_t>(line)].places), random, occupancy), labelled);
     };
-    for (int i = 0; i < laterCopies && !labelledLines.empty(); ++i) later.push_back(nearLine(random.Pick(labelledLines), false));
+    // Mostly copies of a line with one labelled copy, which they join; the others form lines of
+    // their own.
+    for (int i = 0; i < laterCopies && !labelledLines.empty(); ++i) {
+        const bool join = !singleLines.empty() && random.Chance(70);
+        later.push_back(nearLine(random.Pick(join ? singleLines : labelledLines), false));
+    }
     for (int i = 0; i < references + olds && !labelledLines.empty(); ++i) {
         Draft copy = nearLine(random.Pick(labelledLines), true);
         copy.body.layer = i < references ? kReferenceLayer : kOldLayer;
