@@ -93,9 +93,9 @@ Item Spring(int d, int wantedLength, bool stack);
 Item Dowel(int d, int wantedLength);
 const std::vector<int>& DowelDiameters();
 
-// Water nipple PT1/8, PT1/4 or PT3/8 (size 0, 1, 2): thread, hexagon, hose nipple. The thread
-// length is threadLength(size).
+// Water nipple PT1/8, PT1/4 or PT3/8 (size 0, 1, 2): thread, hexagon, hose nipple.
 Item WaterNipple(int size);
+// The length of its thread, the part inside the plate.
 Tenths WaterNippleThread(int size);
 
 // O-ring, by catalogue index: inner diameter x cross-section, a thin stack.

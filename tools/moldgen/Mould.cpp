@@ -312,7 +312,7 @@ private:
 
     // The cells a line of insert parts serves: all of them, as identical cavities have the same
     // parts, or one (the cavities of a family mould differ).
-    std::vector<Cell> Cavities() {
+    std::vector<Cell> ServedCells() {
         if (random_.Chance(40)) return cells_;
         return {random_.Pick(cells_)};
     }
@@ -323,7 +323,7 @@ private:
         std::vector<std::pair<int, int>> offsets;
         for (auto [x, y] : Scatter(count, model, random_)) offsets.push_back({x - model.x, y - model.y});
         std::vector<Place> places;
-        for (const Cell& cell : Cavities())
+        for (const Cell& cell : ServedCells())
             for (auto [dx, dy] : offsets) places.push_back({At(cell.x + dx, cell.y + dy, z), {0, 0, turn ? Turn(random_) : 0}});
         return places;
     }
@@ -368,7 +368,7 @@ private:
             const bool cavitySide = random_.Chance(50);
             const int perInsert = 2 * random_.Between(2, 4);
             const Cell& model = cells_[0];
-            for (const Cell& cell : Cavities())
+            for (const Cell& cell : ServedCells())
                 for (auto [x, y] : Ring(perInsert, cell.x, cell.y, model.halfX - metric, model.halfY - metric))
                     places.push_back(cavitySide ? Place{At(x, y, f_.a), {180, 0, turn}} : Place{At(x, y, -f_.b), {0, 0, turn}});
             Add(Kind::Screw, Screw(metric, metric * 2 + 5 * random_.Between(2, 6)), places, budget);
@@ -401,7 +401,7 @@ private:
     void DowelLine(int& budget) {
         const int d = random_.Pick(DowelDiameters());
         std::vector<Place> places;
-        for (const Cell& cell : Cavities()) {
+        for (const Cell& cell : ServedCells()) {
             places.push_back({At(cell.x - cell.halfX + d, cell.y - cell.halfY + d, -d * 2), {0, 0, 0}});
             places.push_back({At(cell.x + cell.halfX - d, cell.y + cell.halfY - d, -d * 2), {0, 0, 0}});
         }
