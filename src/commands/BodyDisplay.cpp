@@ -39,21 +39,24 @@ void Vornadel::ShowStdPartLayers()
 
 namespace {
 
-// Shows the bodies whose colour is (show true) or is not (show false) the modification colour
-// and hides the others: each record's own body, then each child's. Every snapshot record has a
-// body: the tree builder gives one to every node.
+// Shows the body when it is of the kind asked for (showModified: a body of the modification
+// colour; else any other body) and hides it otherwise.
+void ShowByColour(NXOpen::Body* body, int modifyColour, bool showModified)
+{
+    if ((body->Color() == modifyColour) == showModified)
+        body->Unblank();
+    else
+        body->Blank();
+}
+
+// The pass over the snapshot: each record's own body, then its children's bodies. Every record
+// has a body: the tree builder gives one to every node.
 void ShowByColour(std::vector<NodeParam*>& records, int modifyColour, bool showModified)
 {
     for (std::vector<NodeParam*>::size_type r = 0; r < records.size(); ++r) {
-        std::vector<NXOpen::Body*> bodies(1, records[r]->body);
+        ShowByColour(records[r]->body, modifyColour, showModified);
         for (std::vector<NodeParam*>::size_type c = 0; c < records[r]->children.size(); ++c)
-            bodies.push_back(records[r]->children[c]->body);
-        for (std::vector<NXOpen::Body*>::size_type b = 0; b < bodies.size(); ++b) {
-            if ((bodies[b]->Color() == modifyColour) == showModified)
-                bodies[b]->Unblank();
-            else
-                bodies[b]->Blank();
-        }
+            ShowByColour(records[r]->children[c]->body, modifyColour, showModified);
     }
 }
 
