@@ -47,7 +47,8 @@ std::string entryName(const u8* raw)
 class ChainWalker {
 public:
     ChainWalker(const std::vector<u32>& table, size_t limit)
-        : table_(table), limit_(limit < table.size() ? limit : table.size()), stamps_(limit_, 0), stamp_(0)
+        : table_(table), limit_(limit < table.size() ? limit : table.size()), stamps_(limit_, 0), stamp_(0),
+          claimed_(limit_, 0)
     {
     }
 
@@ -85,11 +86,26 @@ public:
         }
     }
 
+    // Marks the sectors of a stream as its own. False when one belongs to another stream already:
+    // a small file could otherwise claim its contents many times over, in memory.
+    bool claim(const std::vector<u32>& ids, const std::string& what, std::string& error)
+    {
+        for (size_t i = 0; i < ids.size(); ++i) {
+            if (claimed_[ids[i]]) {
+                error = what + " shares sector " + number(ids[i]) + " with another stream";
+                return false;
+            }
+        }
+        for (size_t i = 0; i < ids.size(); ++i) claimed_[ids[i]] = 1;
+        return true;
+    }
+
 private:
     const std::vector<u32>& table_;
     size_t limit_;
     std::vector<u32> stamps_;
     u32 stamp_;
+    std::vector<char> claimed_;
 };
 
 // The sectors of the loaded file; a last sector cut short by the end of the file reads as if
@@ -138,6 +154,38 @@ void setChain(std::vector<u32>& table, size_t first, size_t count)
 {
     for (size_t i = 0; i < count; ++i)
         table[first + i] = i + 1 < count ? static_cast<u32>(first + i + 1) : kEndOfChain;
+}
+
+// Reads the contents of a stream entry from its chain of sectors or of mini sectors.
+bool readStream(const u8* raw, const Sectors& sectors, const Bytes& miniStream, ChainWalker& fatWalker,
+                ChainWalker& miniWalker, Bytes& out, std::string& error)
+{
+    const std::string what = "stream \"" + entryName(raw) + "\"";
+    const size_t size = getU32(raw + 0x78);
+    std::vector<u32> ids;
+    if (sectors.size() == 4096 && getU32(raw + 0x7C) != 0) {  // version 4 keeps 64-bit sizes
+        error = what + " is larger than the file";
+        return false;
+    }
+    if (size >= kMiniStreamCutoff) {
+        if (!fatWalker.follow(getU32(raw + 0x74), ceilDiv(size, sectors.size()), what, ids, error) ||
+            !fatWalker.claim(ids, what, error))
+            return false;
+        out.resize(ids.size() * sectors.size());
+        for (size_t k = 0; k < ids.size(); ++k) sectors.copy(ids[k], &out[k * sectors.size()], sectors.size());
+    } else if (size > 0) {
+        if (!miniWalker.follow(getU32(raw + 0x74), ceilDiv(size, kMiniSectorSize), what, ids, error) ||
+            !miniWalker.claim(ids, what, error))
+            return false;
+        out.assign(ids.size() * kMiniSectorSize, 0);
+        for (size_t k = 0; k < ids.size(); ++k) {
+            const size_t at = ids[k] * kMiniSectorSize;
+            const size_t n = miniStream.size() - at < kMiniSectorSize ? miniStream.size() - at : kMiniSectorSize;
+            memcpy(&out[k * kMiniSectorSize], &miniStream[at], n);
+        }
+    }
+    out.resize(size);
+    return true;
 }
 
 }  // namespace
@@ -270,7 +318,8 @@ bool CompoundFile::read(const u8* data, size_t size, std::string& error)
         }
         size_t rootSize = getU32(root + 0x78);
         if (rootSize > 0) {
-            if (!fatWalker.follow(getU32(root + 0x74), ceilDiv(rootSize, sectorSize), "the mini stream", ids, error))
+            if (!fatWalker.follow(getU32(root + 0x74), ceilDiv(rootSize, sectorSize), "the mini stream", ids, error) ||
+                !fatWalker.claim(ids, "the mini stream", error))
                 return false;
             miniStream.resize(ids.size() * sectorSize);
             for (size_t i = 0; i < ids.size(); ++i) sectors.copy(ids[i], &miniStream[i * sectorSize], sectorSize);
@@ -284,44 +333,19 @@ bool CompoundFile::read(const u8* data, size_t size, std::string& error)
     }
     ChainWalker miniWalker(miniFat, ceilDiv(miniStream.size(), kMiniSectorSize));
 
-    // Stream contents. A stream the tree does not reach is invisible to every reader: if its
-    // chain is damaged it is written back empty instead of refusing the file.
-    for (size_t i = 0; i < entryCount; ++i) {
-        const u8* raw = loaded[i].raw;
-        if (entryType(raw) != kEntryStream) continue;
-        std::string what = "stream \"" + entryName(raw) + "\"";
-        size_t streamSize = getU32(raw + 0x78);
-        bool ok = true;
-        if (major == 4 && getU32(raw + 0x7C) != 0) {
-            error = what + " is larger than the file";
-            ok = false;
-        } else if (streamSize >= kMiniStreamCutoff) {
-            ok = fatWalker.follow(getU32(raw + 0x74), ceilDiv(streamSize, sectorSize), what, ids, error);
-            if (ok) {
-                Bytes& out = loaded[i].data;
-                out.resize(ids.size() * sectorSize);
-                for (size_t k = 0; k < ids.size(); ++k) sectors.copy(ids[k], &out[k * sectorSize], sectorSize);
-                out.resize(streamSize);
-            }
-        } else if (streamSize > 0) {
-            ok = miniWalker.follow(getU32(raw + 0x74), ceilDiv(streamSize, kMiniSectorSize), what, ids, error);
-            if (ok) {
-                Bytes& out = loaded[i].data;
-                out.assign(ids.size() * kMiniSectorSize, 0);
-                for (size_t k = 0; k < ids.size(); ++k) {
-                    size_t at = ids[k] * kMiniSectorSize;
-                    size_t n = miniStream.size() - at < kMiniSectorSize ? miniStream.size() - at : kMiniSectorSize;
-                    memcpy(&out[k * kMiniSectorSize], &miniStream[at], n);
+    // Stream contents, those the tree reaches first. A stream the tree does not reach is invisible
+    // to every reader: if its chain is damaged it is written back empty instead of refusing the file.
+    for (int pass = 0; pass < 2; ++pass) {
+        for (size_t i = 0; i < entryCount; ++i) {
+            const u8* raw = loaded[i].raw;
+            if (entryType(raw) != kEntryStream || reached[i] != (pass == 0)) continue;
+            if (!readStream(raw, sectors, miniStream, fatWalker, miniWalker, loaded[i].data, error)) {
+                if (reached[i]) {
+                    error = "damaged compound file: " + error;
+                    return false;
                 }
-                out.resize(streamSize);
+                loaded[i].data.clear();
             }
-        }
-        if (!ok) {
-            if (reached[i]) {
-                error = "damaged compound file: " + error;
-                return false;
-            }
-            loaded[i].data.clear();
         }
     }
     entries.swap(loaded);

@@ -150,14 +150,20 @@ void SharedStrings::load(const std::vector<const u8*>& data, const std::vector<s
     }
 }
 
+// Room is made before the string is indexed, so that running out of memory leaves the table as
+// it was.
 u32 SharedStrings::add(const u16* units, size_t length)
 {
-    std::pair<std::map<std::string, u32>::iterator, bool> slot =
-        index_.insert(std::make_pair(key(units, length), count()));
-    if (!slot.second) return slot.first->second;
+    const std::string k = key(units, length);
+    std::map<std::string, u32>::const_iterator known = index_.find(k);
+    if (known != index_.end()) return known->second;
+    if (newStart_.size() == newStart_.capacity()) newStart_.reserve(2 * newStart_.size() + 64);
+    if (newUnits_.capacity() - newUnits_.size() < length) newUnits_.reserve(2 * newUnits_.size() + length);
+    const u32 index = count();
+    index_.insert(std::make_pair(k, index));
     newStart_.push_back(static_cast<u32>(newUnits_.size()));
     newUnits_.insert(newUnits_.end(), units, units + length);
-    return slot.first->second;
+    return index;
 }
 
 // A string's header (cch, flags) and its first character always share a record, a UTF-16 unit
@@ -173,13 +179,8 @@ void SharedStrings::write(Bytes& out, SstLayout& layout) const
 
     long total = static_cast<long>(loadedTotal_) + totalDelta_;
     if (total < 0) total = 0;
-    Bytes first(8, 0);
-    const std::vector<Bytes>* chain = &chain_;
-    std::vector<Bytes> fresh;
-    if (chain_.empty()) {
-        fresh.push_back(first);
-        chain = &fresh;
-    }
+    const std::vector<Bytes> fresh(1, Bytes(8, 0));  // SST data of a workbook that had none
+    const std::vector<Bytes>* chain = chain_.empty() ? &fresh : &chain_;
 
     std::vector<size_t> recordStart;
     for (size_t r = 0; r < chain->size(); ++r) {

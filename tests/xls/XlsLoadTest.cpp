@@ -147,6 +147,17 @@ TEST(XlsLoad, RefusesAChainThatLeavesTheFile)
     EXPECT_TRUE(contains(loadMessage(bytes), "not in the file")) << loadMessage(bytes);
 }
 
+TEST(XlsLoad, RefusesStreamsThatShareSectors)
+{
+    // \x01CompObj claims the Workbook stream's first 4096 bytes as its own.
+    Bytes bytes = templateBytes();
+    const size_t workbook = entryOffset(bytes, entryId(bytes, "Workbook"));
+    const size_t compObj = entryOffset(bytes, entryId(bytes, "\x01" "CompObj"));
+    setU32(bytes, compObj + 0x74, u32(bytes, workbook + 0x74));
+    setU32(bytes, compObj + 0x78, 4096);
+    EXPECT_TRUE(contains(loadMessage(bytes), "shares sector")) << loadMessage(bytes);
+}
+
 TEST(XlsLoad, RefusesADirectoryTreeThatLoops)
 {
     Bytes bytes = templateBytes();
