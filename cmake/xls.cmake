@@ -4,6 +4,10 @@ add_library(xls STATIC ${XLS_SOURCES})
 vornadel_cxx98(xls)
 target_include_directories(xls PUBLIC ${VORNADEL_ROOT}/libs/xls)
 
+if(VORNADEL_NX_SDK)
+  return()  # the NX SDK build makes the plug-in only
+endif()
+
 # xlsfill IN.xls OUT.xls: writes cells given on standard input into a workbook (tools/xlsfill).
 add_executable(xlsfill ${VORNADEL_ROOT}/tools/xlsfill/main.cpp)
 vornadel_cxx17(xlsfill)

@@ -30,8 +30,9 @@ void take(xls::CellTable& table, uint16_t type, const Bytes& data)
     ASSERT_TRUE(table.take(type, data.data(), data.size(), error)) << error;
 }
 
-// The first record of `type` in the sheet substream that starts at sheet 0's BOF.
-Rec firstInActiveSheet(const Bytes& file, uint16_t type, uint16_t row)
+// The first record of `type` for `row` in the Workbook stream: in the bundled template, a record
+// of its first sheet, which comes first.
+Rec firstRecordFor(const Bytes& file, uint16_t type, uint16_t row)
 {
     for (const Rec& r : records(workbookStream(file)))
         if (r.type == type && r.data.size() >= 2 && (r.data[0] | (r.data[1] << 8)) == row) return r;
@@ -135,7 +136,7 @@ TEST(XlsCellTable, RefusesACellRecordTooShort)
 TEST(XlsCellTable, KeepsTheRowRecordsOfTheTemplate)
 {
     const Bytes in = readBytes(bundledTemplate());
-    const Rec before = firstInActiveSheet(in, 0x0208, 1);
+    const Rec before = firstRecordFor(in, 0x0208, 1);
     ASSERT_EQ(cat({le16({1, 0, 18, 0x018D, 0, 0}), le32({0x000F0140})}), before.data);
     xls::Book book;
     ASSERT_TRUE(book.loadBuffer(in.data(), in.size()));
@@ -143,9 +144,9 @@ TEST(XlsCellTable, KeepsTheRowRecordsOfTheTemplate)
     ASSERT_TRUE(book.getSheet(0)->writeStr(6, 17, L"时间"));
     std::vector<unsigned char> out;
     ASSERT_TRUE(book.saveBuffer(out));
-    EXPECT_EQ(before.data, firstInActiveSheet(out, 0x0208, 1).data);
+    EXPECT_EQ(before.data, firstRecordFor(out, 0x0208, 1).data);
     // A new row looks like LibreOffice's own: the sheet's default height (0x015F twips) and flags.
-    EXPECT_EQ(cat({le16({6, 17, 18, 0x015F, 0, 0}), le32({0x000F0140})}), firstInActiveSheet(out, 0x0208, 6).data);
+    EXPECT_EQ(cat({le16({6, 17, 18, 0x015F, 0, 0}), le32({0x000F0140})}), firstRecordFor(out, 0x0208, 6).data);
 }
 
 TEST(XlsCellTable, IndexPointsAtEachDbcellAndDimensionsCoverTheCells)
