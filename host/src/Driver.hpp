@@ -205,6 +205,11 @@ public:
     virtual bool Closed() = 0;
 };
 
+// The handler registration calls made on a tree so far, in order, by name of the call
+// ("SetOnExpandHandler", "SetOnPreSelectHandler", ...). NX keeps no such record; it lets tests
+// see the order in which a plug-in registers its tree handlers.
+std::vector<std::string> TreeHandlerRegistrations(NXOpen::BlockStyler::Tree* tree);
+
 // The dialog currently shown (inside Show), or NULL.
 LiveDialog* CurrentDialog();
 

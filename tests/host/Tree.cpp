@@ -348,3 +348,22 @@ TEST_F(TreeCells, ForegroundColourIsZeroUntilSet) {
 }
 
 }  // namespace
+
+namespace {
+
+class TreeHandlers : public TreeTest {};
+
+void OnExpand(Tree*, Node*) {}
+void OnMenu(Tree*, Node*, int) {}
+
+// Host choice: the driver lists the registration calls in order, so that tests can see the
+// order in which a plug-in registers its tree handlers; NX keeps no such record.
+TEST_F(TreeHandlers, RegistrationCallsAreListedInTheOrderMade) {
+    tree_->SetOnMenuHandler(NXOpen::make_callback(&OnMenu));
+    tree_->SetOnExpandHandler(NXOpen::make_callback(&OnExpand));
+    tree_->SetOnMenuSelectionHandler(NXOpen::make_callback(&OnMenu));
+    const std::vector<std::string> expected = {"SetOnMenuHandler", "SetOnExpandHandler", "SetOnMenuSelectionHandler"};
+    EXPECT_EQ(expected, host::TreeHandlerRegistrations(tree_));
+}
+
+}  // namespace

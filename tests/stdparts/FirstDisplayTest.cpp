@@ -98,6 +98,19 @@ TEST_F(FirstDisplay, MissingBlockGivesOneBlockStylerBoxAndBindsNothingAfterIt)
     EXPECT_EQ(nullptr, dialog.nativeFolderBrowser0);
 }
 
+TEST_F(FirstDisplay, NineTreeHandlersAreRegisteredInOrder)
+{
+    LoadBodies({});
+    WithDialog([](Vornadel& dialog, host::LiveDialog&) {
+        const std::vector<std::string> expected = {
+            "SetOnExpandHandler",         "SetOnPreSelectHandler",          "SetOnSelectHandler",
+            "SetOnBeginLabelEditHandler", "SetOnEndLabelEditHandler",       "SetOnEditOptionSelectedHandler",
+            "SetAskEditControlHandler",   "SetOnMenuHandler",               "SetOnMenuSelectionHandler"};
+        EXPECT_EQ(expected, host::TreeHandlerRegistrations(dialog.tree_control0))
+            << "no other tree handler is registered";
+    });
+}
+
 TEST_F(FirstDisplay, EditingAndMenuHandlersRefuseEverythingForNow)
 {
     LoadBodies({{1001, ScrewM6x20()}});

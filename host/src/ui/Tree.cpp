@@ -77,6 +77,13 @@ namespace {
 
 TreeImpl& TreeOf(NXOpen::BlockStyler::Tree* tree) { return static_cast<TreeImpl&>(Impl(tree)); }
 
+// The tree, after noting that a handler registration call was made on it.
+TreeImpl& Registered(NXOpen::BlockStyler::Tree* tree, const char* call) {
+    TreeImpl& impl = TreeOf(tree);
+    impl.registrations.push_back(call);
+    return impl;
+}
+
 void SetCell(NodeImpl& n, int columnId, const std::string& text) {
     for (auto& [id, cell] : n.cells) {
         if (id == columnId) {
@@ -197,6 +204,7 @@ using host::ui::TreeImpl;
 namespace BlockStyler {
 
 using host::ui::TreeOf;
+using host::ui::Registered;
 
 Tree::Tree() {}
 Tree::~Tree() {}
@@ -342,27 +350,27 @@ void Tree::SetSortRootNodes(bool sort) { TreeOf(this).sortRootNodes = sort; }
 bool Tree::ShowHeader() { return TreeOf(this).showHeader; }
 void Tree::SetShowHeader(bool show) { TreeOf(this).showHeader = show; }
 
-void Tree::SetOnExpandHandler(const OnExpandCallback& cb) { TreeOf(this).onExpand = host::ui::Keep(cb); }
-void Tree::SetOnPreSelectHandler(const OnPreSelectCallback& cb) { TreeOf(this).onPreSelect = host::ui::Keep(cb); }
-void Tree::SetOnSelectHandler(const OnSelectCallback& cb) { TreeOf(this).onSelect = host::ui::Keep(cb); }
-void Tree::SetOnBeginLabelEditHandler(const OnBeginLabelEditCallback& cb) { TreeOf(this).onBeginLabelEdit = host::ui::Keep(cb); }
-void Tree::SetOnEndLabelEditHandler(const OnEndLabelEditCallback& cb) { TreeOf(this).onEndLabelEdit = host::ui::Keep(cb); }
-void Tree::SetOnEditOptionSelectedHandler(const OnEditOptionSelectedCallback& cb) { TreeOf(this).onEditOptionSelected = host::ui::Keep(cb); }
-void Tree::SetAskEditControlHandler(const AskEditControlCallback& cb) { TreeOf(this).askEditControl = host::ui::Keep(cb); }
-void Tree::SetOnMenuHandler(const OnMenuCallback& cb) { TreeOf(this).onMenu = host::ui::Keep(cb); }
-void Tree::SetOnMenuSelectionHandler(const OnMenuSelectionCallback& cb) { TreeOf(this).onMenuSelection = host::ui::Keep(cb); }
-void Tree::SetOnInsertColumnHandler(const OnInsertColumnCallback& cb) { TreeOf(this).onInsertColumn = host::ui::Keep(cb); }
-void Tree::SetOnInsertNodeHandler(const OnInsertNodeCallback& cb) { TreeOf(this).onInsertNode = host::ui::Keep(cb); }
-void Tree::SetOnDeleteNodeHandler(const OnDeleteNodeCallback& cb) { TreeOf(this).onDeleteNode = host::ui::Keep(cb); }
-void Tree::SetOnStateChangeHandler(const OnStateChangeCallback& cb) { TreeOf(this).onStateChange = host::ui::Keep(cb); }
-void Tree::SetStateIconNameHandler(const StateIconNameCallback& cb) { TreeOf(this).stateIconName = host::ui::Keep(cb); }
-void Tree::SetToolTipTextHandler(const ToolTipTextCallback& cb) { TreeOf(this).toolTipText = host::ui::Keep(cb); }
-void Tree::SetColumnSortHandler(const ColumnSortCallback& cb) { TreeOf(this).columnSort = host::ui::Keep(cb); }
-void Tree::SetIsDragAllowedHandler(const IsDragAllowedCallback& cb) { TreeOf(this).isDragAllowed = host::ui::Keep(cb); }
-void Tree::SetIsDropAllowedHandler(const IsDropAllowedCallback& cb) { TreeOf(this).isDropAllowed = host::ui::Keep(cb); }
-void Tree::SetOnDropHandler(const OnDropCallback& cb) { TreeOf(this).onDrop = host::ui::Keep(cb); }
-void Tree::SetOnDropMenuHandler(const OnDropMenuCallback& cb) { TreeOf(this).onDropMenu = host::ui::Keep(cb); }
-void Tree::SetOnDefaultActionHandler(const OnDefaultActionCallback& cb) { TreeOf(this).onDefaultAction = host::ui::Keep(cb); }
+void Tree::SetOnExpandHandler(const OnExpandCallback& cb) { Registered(this, "SetOnExpandHandler").onExpand = host::ui::Keep(cb); }
+void Tree::SetOnPreSelectHandler(const OnPreSelectCallback& cb) { Registered(this, "SetOnPreSelectHandler").onPreSelect = host::ui::Keep(cb); }
+void Tree::SetOnSelectHandler(const OnSelectCallback& cb) { Registered(this, "SetOnSelectHandler").onSelect = host::ui::Keep(cb); }
+void Tree::SetOnBeginLabelEditHandler(const OnBeginLabelEditCallback& cb) { Registered(this, "SetOnBeginLabelEditHandler").onBeginLabelEdit = host::ui::Keep(cb); }
+void Tree::SetOnEndLabelEditHandler(const OnEndLabelEditCallback& cb) { Registered(this, "SetOnEndLabelEditHandler").onEndLabelEdit = host::ui::Keep(cb); }
+void Tree::SetOnEditOptionSelectedHandler(const OnEditOptionSelectedCallback& cb) { Registered(this, "SetOnEditOptionSelectedHandler").onEditOptionSelected = host::ui::Keep(cb); }
+void Tree::SetAskEditControlHandler(const AskEditControlCallback& cb) { Registered(this, "SetAskEditControlHandler").askEditControl = host::ui::Keep(cb); }
+void Tree::SetOnMenuHandler(const OnMenuCallback& cb) { Registered(this, "SetOnMenuHandler").onMenu = host::ui::Keep(cb); }
+void Tree::SetOnMenuSelectionHandler(const OnMenuSelectionCallback& cb) { Registered(this, "SetOnMenuSelectionHandler").onMenuSelection = host::ui::Keep(cb); }
+void Tree::SetOnInsertColumnHandler(const OnInsertColumnCallback& cb) { Registered(this, "SetOnInsertColumnHandler").onInsertColumn = host::ui::Keep(cb); }
+void Tree::SetOnInsertNodeHandler(const OnInsertNodeCallback& cb) { Registered(this, "SetOnInsertNodeHandler").onInsertNode = host::ui::Keep(cb); }
+void Tree::SetOnDeleteNodeHandler(const OnDeleteNodeCallback& cb) { Registered(this, "SetOnDeleteNodeHandler").onDeleteNode = host::ui::Keep(cb); }
+void Tree::SetOnStateChangeHandler(const OnStateChangeCallback& cb) { Registered(this, "SetOnStateChangeHandler").onStateChange = host::ui::Keep(cb); }
+void Tree::SetStateIconNameHandler(const StateIconNameCallback& cb) { Registered(this, "SetStateIconNameHandler").stateIconName = host::ui::Keep(cb); }
+void Tree::SetToolTipTextHandler(const ToolTipTextCallback& cb) { Registered(this, "SetToolTipTextHandler").toolTipText = host::ui::Keep(cb); }
+void Tree::SetColumnSortHandler(const ColumnSortCallback& cb) { Registered(this, "SetColumnSortHandler").columnSort = host::ui::Keep(cb); }
+void Tree::SetIsDragAllowedHandler(const IsDragAllowedCallback& cb) { Registered(this, "SetIsDragAllowedHandler").isDragAllowed = host::ui::Keep(cb); }
+void Tree::SetIsDropAllowedHandler(const IsDropAllowedCallback& cb) { Registered(this, "SetIsDropAllowedHandler").isDropAllowed = host::ui::Keep(cb); }
+void Tree::SetOnDropHandler(const OnDropCallback& cb) { Registered(this, "SetOnDropHandler").onDrop = host::ui::Keep(cb); }
+void Tree::SetOnDropMenuHandler(const OnDropMenuCallback& cb) { Registered(this, "SetOnDropMenuHandler").onDropMenu = host::ui::Keep(cb); }
+void Tree::SetOnDefaultActionHandler(const OnDefaultActionCallback& cb) { Registered(this, "SetOnDefaultActionHandler").onDefaultAction = host::ui::Keep(cb); }
 
 Node::Node() {}
 Node::~Node() {}
@@ -489,3 +497,7 @@ void DataContainer::AddInteger(const char* propertyName, int value) {
 }
 
 }  // namespace NXOpen
+
+std::vector<std::string> host::TreeHandlerRegistrations(NXOpen::BlockStyler::Tree* tree) {
+    return host::ui::TreeOf(tree).registrations;
+}

@@ -208,6 +208,8 @@ public:
     MenuModel shownMenu;  // what the last SetMenu showed
     bool menuSet = false;
 
+    // The names of the handler registration calls made, in order ("SetOnExpandHandler", ...).
+    std::vector<std::string> registrations;
     std::unique_ptr<OnExpandCallback> onExpand;
     std::unique_ptr<OnPreSelectCallback> onPreSelect;
     std::unique_ptr<OnSelectCallback> onSelect;
