@@ -5,8 +5,6 @@
 // LibreOffice, Gnumeric), a builder of small BIFF8 workbooks record by record, and the check that
 // a saved workbook differs from its template only in the cells written.
 
-#include "Bytes.h"
-
 #include <nlohmann/json.hpp>
 
 #include <cstdint>
