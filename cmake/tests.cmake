@@ -15,3 +15,10 @@ file(GLOB VORNADEL_TEST_FRAGMENTS CONFIGURE_DEPENDS ${VORNADEL_ROOT}/cmake/tests
 foreach(fragment ${VORNADEL_TEST_FRAGMENTS})
   include(${fragment})
 endforeach()
+
+# The sanitizer build checks leaks too; the one deliberate leak is suppressed by name.
+if(VORNADEL_SANITIZE)
+  get_property(VORNADEL_ALL_TESTS DIRECTORY PROPERTY TESTS)
+  set_property(TEST ${VORNADEL_ALL_TESTS} APPEND PROPERTY ENVIRONMENT
+    "LSAN_OPTIONS=suppressions=${VORNADEL_ROOT}/tools/lsan-suppressions.txt")
+endif()
