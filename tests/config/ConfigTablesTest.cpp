@@ -1,9 +1,7 @@
 // The configuration tables: option lists, the rewriting of a table, and what malformed tables do.
 
+#include "support/DiskFull.hpp"
 #include "support/PluginFixture.hpp"
-
-#include <signal.h>
-#include <sys/resource.h>
 
 #include "config/ConfigTables.h"
 #include "platform/ReadConfigFile.h"
@@ -151,24 +149,13 @@ TEST_F(ConfigTable, RewriteThatCannotBeWrittenLeavesTheTableAsItWas)
     // table keeps its old bytes and no temporary file is left beside it.
     const std::string original = CrlfLines({"客户名称", "A"});
     WriteBytes(TableFile("bom.csv"), original);
-    struct sigaction ignore = {}, previousAction = {};
-    ignore.sa_handler = SIG_IGN;
-    sigaction(SIGXFSZ, &ignore, &previousAction);
-    struct rlimit previousLimit;
-    getrlimit(RLIMIT_FSIZE, &previousLimit);
-    struct rlimit limit = previousLimit;
-    limit.rlim_cur = 16;
-    setrlimit(RLIMIT_FSIZE, &limit);
-    SetConfigColumn(Table("bom.csv"), "客户名称", {"A", "一个很长的客户名称", "另一个很长的客户名称"});
-    setrlimit(RLIMIT_FSIZE, &previousLimit);
-    sigaction(SIGXFSZ, &previousAction, nullptr);
+    {
+        vornadel_test::DiskFullAfter diskFull(16);
+        SetConfigColumn(Table("bom.csv"), "客户名称", {"A", "一个很长的客户名称", "另一个很长的客户名称"});
+    }
 
     EXPECT_EQ(original, ReadBytes(TableFile("bom.csv")));
-    int files = 0;
-    for (const auto& entry : std::filesystem::directory_iterator(RootDir())) {
-        (void)entry;
-        ++files;
-    }
+    const auto files = std::distance(std::filesystem::directory_iterator(RootDir()), std::filesystem::directory_iterator());
     EXPECT_EQ(1, files) << "no temporary file is left beside the table";
 }
 

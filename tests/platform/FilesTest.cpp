@@ -7,9 +7,9 @@
 #include <algorithm>
 #include <vector>
 
-#include <signal.h>
-#include <sys/resource.h>
 #include <unistd.h>
+
+#include "support/DiskFull.hpp"
 
 namespace fs = std::filesystem;
 
@@ -208,18 +208,11 @@ TEST_F(ReplaceFileBytes, KeepsPermissionsOfReplacedFile) {
 
 TEST_F(ReplaceTextFile, FailedWriteLeavesOldFileIntact) {
     WriteBytes(C() / "t.csv", "old,\r\n");
-    // A file size limit makes the write itself fail, as a full disk would.
-    struct sigaction ignore = {}, previousAction;
-    ignore.sa_handler = SIG_IGN;
-    sigaction(SIGXFSZ, &ignore, &previousAction);
-    struct rlimit previousLimit;
-    getrlimit(RLIMIT_FSIZE, &previousLimit);
-    struct rlimit limit = previousLimit;
-    limit.rlim_cur = 16;
-    setrlimit(RLIMIT_FSIZE, &limit);
-    const bool replaced = platform::ReplaceTextFile("C:\\t.csv", std::string(1000, 'x'));
-    setrlimit(RLIMIT_FSIZE, &previousLimit);
-    sigaction(SIGXFSZ, &previousAction, nullptr);
+    bool replaced;
+    {
+        vornadel_test::DiskFullAfter diskFull(16);
+        replaced = platform::ReplaceTextFile("C:\\t.csv", std::string(1000, 'x'));
+    }
 
     EXPECT_FALSE(replaced);
     EXPECT_EQ("old,\r\n", ReadBytes(C() / "t.csv"));
