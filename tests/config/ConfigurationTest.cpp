@@ -162,6 +162,18 @@ TEST_F(Configuration, ClosingTheDialogSavesNothing)
     EXPECT_TRUE(host::Messages().empty());
 }
 
+TEST_F(Configuration, ExceptionPassedOnByTheDialogIsShownByShowAsBlockStyler)
+{
+    WriteConfiguration();
+    // What NX does with a std::exception that escapes while the dialog is shown: the dialog
+    // ends and Show passes the exception on.
+    RunUserFunction([](host::LiveDialog&) { throw std::runtime_error("对话框出错"); });
+    ASSERT_EQ(1u, host::Messages().size()) << "Show shows it; ufusr then ends normally";
+    EXPECT_EQ("Block Styler", host::Messages()[0].title);
+    EXPECT_EQ(NXOpen::NXMessageBox::DialogTypeError, host::Messages()[0].type);
+    EXPECT_EQ("对话框出错", host::Messages()[0].text);
+}
+
 TEST_F(Configuration, UserFunctionAsksToBeUnloadedAtOnce)
 {
     EXPECT_EQ(UF_UNLOAD_IMMEDIATELY, ufusr_ask_unload());
