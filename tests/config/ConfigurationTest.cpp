@@ -4,6 +4,7 @@
 #include "support/PluginFixture.hpp"
 
 #include <NXOpen/BlockStyler_BlockDialog.hxx>
+#include <NXOpen/BlockStyler_PropertyList.hxx>
 #include <NXOpen/BlockStyler_StringBlock.hxx>
 
 #include "config/ConfigTables.h"
@@ -172,6 +173,17 @@ TEST_F(Configuration, ExceptionPassedOnByTheDialogIsShownByShowAsBlockStyler)
     EXPECT_EQ("Block Styler", host::Messages()[0].title);
     EXPECT_EQ(NXOpen::NXMessageBox::DialogTypeError, host::Messages()[0].type);
     EXPECT_EQ("对话框出错", host::Messages()[0].text);
+}
+
+TEST_F(Configuration, BlockPropertiesComeFromTheDialog)
+{
+    WriteConfiguration();
+    Vornadel dialog;
+    NXOpen::BlockStyler::PropertyList* properties = dialog.GetBlockProperties("nativeFolderBrowser0");
+    ASSERT_NE(nullptr, properties);
+    properties->SetString("Path", "E:\\出图");
+    EXPECT_STREQ("E:\\出图", properties->GetString("Path").GetLocaleText());
+    delete properties;
 }
 
 TEST_F(Configuration, UserFunctionAsksToBeUnloadedAtOnce)
