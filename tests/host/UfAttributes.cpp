@@ -6,6 +6,7 @@
 
 #include <NXOpen/Body.hxx>
 #include <NXOpen/Part.hxx>
+#include <NXOpen/Session.hxx>
 #include <uf.h>
 #include <uf_attr.h>
 
@@ -104,6 +105,15 @@ TEST_F(UfAttr, ReadValueOfUnknownTagFailsAndWritesNothing) {
     EXPECT_EQ(12345, v.type) << "host: a failed read leaves the value alone";
 }
 
+TEST_F(UfAttr, ReadValueOfAnObjectWithoutAttributesFailsAndWritesNothing) {
+    UF_ATTR_value_t v;
+    v.type = 12345;
+    char title[] = "名称";
+    EXPECT_NE(0, UF_ATTR_read_value(NXOpen::Session::GetSession()->Tag(), title, UF_ATTR_any, &v))
+        << "host: only the part and its bodies carry attributes; the session's tag is an error";
+    EXPECT_EQ(12345, v.type) << "host: a failed read leaves the value alone";
+}
+
 TEST_F(UfAttr, AssignWritesAStringThatNXOpenReads) {
     char title[] = "品牌";
     EXPECT_EQ(0, UF_ATTR_assign(body_, title, StringValue("米思米"))) << "NX: assigning succeeds";
@@ -158,6 +168,12 @@ TEST_F(UfAttr, AssignTitleOf50BytesIsAccepted) {
 TEST_F(UfAttr, AssignToUnknownTagFails) {
     char title[] = "名称";
     EXPECT_NE(0, UF_ATTR_assign(424242, title, StringValue("x"))) << "NX: an unknown tag is an error";
+}
+
+TEST_F(UfAttr, AssignToAnObjectWithoutAttributesFails) {
+    char title[] = "名称";
+    EXPECT_NE(0, UF_ATTR_assign(NXOpen::Session::GetSession()->Tag(), title, StringValue("x")))
+        << "host: only the part and its bodies carry attributes; the session's tag is an error";
 }
 
 TEST_F(UfAttr, AssignReplacesAnAttributeOfAnotherType) {

@@ -59,9 +59,18 @@ void AttributeList::RemoveAll(NXObject::AttributeType type) {
 
 namespace {
 
+// The attributes' owner behind an NX object: its body or part; NULL for any other object (the
+// session, a block, a node) and for NULL. Cast to the two classes themselves: attribute reads ask
+// this of every body, and a cast to ObjectData, across the virtual interface bases of the NX
+// classes, walks the whole class graph every time.
+ObjectData* FindData(NXOpen::TaggedObject* object) {
+    if (BodyImpl* body = dynamic_cast<BodyImpl*>(object)) return body;
+    return dynamic_cast<PartImpl*>(object);
+}
+
 // The ObjectData of an NX object; throws NXException when the object is not one of the core's.
 ObjectData& DataOf(NXObject* object) {
-    ObjectData* data = dynamic_cast<ObjectData*>(object);
+    ObjectData* data = FindData(object);
     if (data == nullptr) throw NXOpen::NXException::Create(kUfNotAttributeOwner);
     return *data;
 }
@@ -284,11 +293,6 @@ namespace {
 using namespace host::core;
 using NXOpen::NXObject;
 
-ObjectData* ObjectByTag(tag_t tag) {
-    NXObject* object = dynamic_cast<NXObject*>(host::Tags::Find(tag));
-    return object == nullptr ? nullptr : dynamic_cast<ObjectData*>(object);
-}
-
 // NX Open type of a UF_ATTR_* type; AttributeTypeInvalid for a number that is not one.
 NXObject::AttributeType OpenType(int ufType) {
     switch (ufType) {
@@ -331,7 +335,7 @@ extern "C" {
 // most UF_ATTR_MAX_STRING_LEN bytes and a NUL are copied into it.
 int UF_ATTR_read_value(tag_t object, char* title, int type, UF_ATTR_value_p_t value) {
     if (title == nullptr || value == nullptr) return kUfNullArgument;
-    ObjectData* data = ObjectByTag(object);
+    ObjectData* data = FindData(host::Tags::Find(object));
     if (data == nullptr) return host::Tags::Find(object) == nullptr ? kUfBadTag : kUfNotAttributeOwner;
     NXObject::AttributeType openType = OpenType(type);
     if (openType == NXObject::AttributeTypeInvalid) return kUfBadAttributeType;
@@ -370,7 +374,7 @@ int UF_ATTR_assign(tag_t object, char* title, UF_ATTR_value_t value) {
     size_t titleLength = std::strlen(title);
     if (titleLength == 0) return kUfEmptyTitle;
     if (titleLength > UF_ATTR_MAX_TITLE_LEN) return kUfTitleTooLong;
-    ObjectData* data = ObjectByTag(object);
+    ObjectData* data = FindData(host::Tags::Find(object));
     if (data == nullptr) return host::Tags::Find(object) == nullptr ? kUfBadTag : kUfNotAttributeOwner;
     Attribute a;
     a.title = title;
