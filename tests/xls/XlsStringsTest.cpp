@@ -191,3 +191,16 @@ TEST(XlsStrings, WideTextBecomesUtf16)
     xls::wideToUtf16(lone, units);
     EXPECT_EQ((std::vector<xls::u16>{0xFFFD, 0x41}), units) << "a lone surrogate becomes U+FFFD";
 }
+
+TEST(XlsStrings, ACharacterBecomesOneOrTwoUnits)
+{
+    std::vector<xls::u16> units;
+    xls::appendUtf16(0x4E2D, units);
+    EXPECT_EQ((std::vector<xls::u16>{0x4E2D}), units) << "a character up to U+FFFF is one unit";
+    xls::appendUtf16(0x10FFFF, units);
+    EXPECT_EQ((std::vector<xls::u16>{0x4E2D, 0xDBFF, 0xDFFF}), units) << "above U+FFFF: a surrogate pair, appended";
+    units.clear();
+    xls::appendUtf16(0xDC00, units);
+    xls::appendUtf16(0x110000, units);
+    EXPECT_EQ((std::vector<xls::u16>{0xFFFD, 0xFFFD}), units) << "a surrogate or a value beyond U+10FFFF: U+FFFD";
+}

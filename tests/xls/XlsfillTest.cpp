@@ -30,6 +30,15 @@ TEST(Xlsfill, WritesEachLineAsAStringCell)
     expectOnlyWrittenCellsChanged(xlrdDump(bundledTemplate()), xlrdDump(dir / "out.xls"), 0, cells);
 }
 
+TEST(Xlsfill, WritesCharactersAboveUffffAsSurrogatePairs)
+{
+    TempDir dir;
+    CommandResult r = xlsfill(bundledTemplate(), dir / "out.xls", u8"6\t1\t表情\U0001F600与𠀋\n");
+    ASSERT_EQ(0, r.status) << r.err;
+    Written cells = {{{6, 1}, u"表情\U0001F600与𠀋"}};
+    expectOnlyWrittenCellsChanged(xlrdDump(bundledTemplate()), xlrdDump(dir / "out.xls"), 0, cells);
+}
+
 TEST(Xlsfill, ABadLineLeavesNoOutput)
 {
     TempDir dir;

@@ -6,11 +6,13 @@
 // book is saved, so a bad line leaves OUT uncreated.
 // Exit status: 0 done; 1 the workbook or a line was refused (message on standard error); 2 usage.
 
+#include "Utf16.h"
 #include "XlsBook.h"
 
 #include <cstdio>
 #include <iostream>
 #include <string>
+#include <vector>
 
 namespace {
 
@@ -26,7 +28,7 @@ bool parseIndex(const std::string& text, int& value)
 }
 
 // UTF-8 to UTF-16; false for bytes that are not UTF-8.
-bool utf8ToUtf16(const std::string& in, std::u16string& out)
+bool utf8ToUtf16(const std::string& in, std::vector<xls::u16>& out)
 {
     out.clear();
     for (size_t i = 0; i < in.size();) {
@@ -41,21 +43,15 @@ bool utf8ToUtf16(const std::string& in, std::u16string& out)
         else if (b >= 0x80)
             return false;
         if (extra >= in.size() - i) return false;
-        char32_t c = extra == 0 ? b : b & (0x3F >> extra);
+        unsigned long c = extra == 0 ? b : b & (0x3F >> extra);
         for (size_t k = 1; k <= extra; ++k) {
             unsigned char next = static_cast<unsigned char>(in[i + k]);
             if ((next & 0xC0) != 0x80) return false;
             c = (c << 6) | (next & 0x3F);
         }
-        static const char32_t smallest[] = {0, 0x80, 0x800, 0x10000};
+        static const unsigned long smallest[] = {0, 0x80, 0x800, 0x10000};
         if (c < smallest[extra] || c > 0x10FFFF || (c >= 0xD800 && c <= 0xDFFF)) return false;
-        if (c > 0xFFFF) {
-            c -= 0x10000;
-            out.push_back(static_cast<char16_t>(0xD800 + (c >> 10)));
-            out.push_back(static_cast<char16_t>(0xDC00 + (c & 0x3FF)));
-        } else {
-            out.push_back(static_cast<char16_t>(c));
-        }
+        xls::appendUtf16(c, out);
         i += extra + 1;
     }
     return true;
@@ -104,7 +100,7 @@ int main(int argc, char** argv)
         return 1;
     }
     std::string line, text;
-    std::u16string units;
+    std::vector<xls::u16> units;
     for (long number = 1; std::getline(std::cin, line); ++number) {
         if (!line.empty() && line.back() == '\r') line.pop_back();
         if (line.empty()) continue;
@@ -119,7 +115,7 @@ int main(int argc, char** argv)
         else if (unescape(line.substr(tab2 + 1), text, problem) && !utf8ToUtf16(text, units))
             problem = "the text is not UTF-8";
         if (problem.empty() &&
-            !sheet->writeStrUtf16(row, col, reinterpret_cast<const unsigned short*>(units.data()), units.size()))
+            !sheet->writeStrUtf16(row, col, units.data(), units.size()))
             problem = book.errorMessage();
         if (!problem.empty()) {
             std::cerr << "xlsfill: line " << number << ": " << problem << "\n";
