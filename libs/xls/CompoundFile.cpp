@@ -52,8 +52,6 @@ public:
     {
     }
 
-    size_t limit() const { return limit_; }
-
     // wanted > 0: exactly that many sectors (whatever follows them is not ours to judge);
     // wanted == 0: every sector up to ENDOFCHAIN.
     bool follow(u32 start, size_t wanted, const std::string& what, std::vector<u32>& ids, std::string& error)
@@ -138,7 +136,7 @@ private:
     size_t count_;
 };
 
-bool readU32Table(const Sectors& sectors, const std::vector<u32>& ids, std::vector<u32>& table)
+void readU32Table(const Sectors& sectors, const std::vector<u32>& ids, std::vector<u32>& table)
 {
     size_t per = sectors.size() / 4;
     table.assign(ids.size() * per, 0);
@@ -147,7 +145,6 @@ bool readU32Table(const Sectors& sectors, const std::vector<u32>& ids, std::vect
         sectors.copy(ids[i], &buffer[0], buffer.size());
         for (size_t j = 0; j < per; ++j) table[i * per + j] = getU32(&buffer[j * 4]);
     }
-    return true;
 }
 
 void setChain(std::vector<u32>& table, size_t first, size_t count)

@@ -9,6 +9,9 @@ enum { kHighByte = 0x01, kExtSt = 0x04, kRichSt = 0x08 };
 
 bool isHighSurrogate(u32 unit) { return unit >= 0xD800 && unit <= 0xDBFF; }
 
+// EXTSST.dsst, strings per bucket of the index, as Excel sizes it for a table of count strings.
+u32 stringsPerBucket(u32 count) { return count / 128 + 1 < 8 ? 8 : count / 128 + 1; }
+
 // Reads through the records of the table. Fixed parts of a string (its header, formatting runs,
 // phonetic data) run on across a record boundary as they are; a run of characters that goes on in
 // the next record starts there with a new flags byte that gives the width of what follows.
@@ -173,7 +176,7 @@ void SharedStrings::write(Bytes& out, SstLayout& layout) const
 {
     const u32 strings = count();
     const size_t base = out.size();
-    layout.stringsPerBucket = strings / 128 + 1 < 8 ? 8 : strings / 128 + 1;
+    layout.stringsPerBucket = stringsPerBucket(strings);
     layout.stringOffset.clear();
     layout.recordOffset.clear();
 
@@ -250,7 +253,7 @@ void SharedStrings::write(Bytes& out, SstLayout& layout) const
 
 size_t SharedStrings::extSstSize(u32 count)
 {
-    u32 perBucket = count / 128 + 1 < 8 ? 8 : count / 128 + 1;
+    const u32 perBucket = stringsPerBucket(count);
     return 2 + 8 * ((count + perBucket - 1) / perBucket);
 }
 

@@ -165,6 +165,18 @@ TEST(XlsStrings, IndexesEveryEighthStringInExtSst)
     EXPECT_EQ(data.size(), xls::SharedStrings::extSstSize(20));
 }
 
+TEST(XlsStrings, ExtSstBucketsGrowWithTheTable)
+{
+    // Excel's bucket size: max(8, strings / 128 + 1); 2000 strings give buckets of 16, 125 of them.
+    xls::SstLayout layout;
+    std::vector<std::u16string> texts;
+    for (int i = 0; i < 2000; ++i) texts.push_back(u"s" + utf16(std::to_string(i)));
+    sstRecords(texts, &layout);
+    EXPECT_EQ(16u, layout.stringsPerBucket) << "dsst of 2000 strings";
+    EXPECT_EQ(125u, layout.stringOffset.size()) << "one entry per bucket";
+    EXPECT_EQ(2u + 8u * 125u, xls::SharedStrings::extSstSize(2000)) << "EXTSST size of 2000 strings";
+}
+
 TEST(XlsStrings, LoadingCutsATableAfterItsLastWholeString)
 {
     // cstUnique says 3, the data holds two whole strings and half of a third.
