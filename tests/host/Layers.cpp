@@ -157,6 +157,12 @@ TEST_F(Layers, CycleByLayerOfAnEmptyLayerEndsAtOnce) {
     EXPECT_EQ(NULL_TAG, object) << "NX: and gives NULL_TAG at once";
 }
 
+TEST_F(Layers, CycleByLayerFromAnObjectThatIsNoBodyOfThePartFails) {
+    tag_t object = 424242;
+    EXPECT_NE(0, UF_LAYER_cycle_by_layer(10, &object)) << "host: a walk goes on only from a body of the work part";
+    EXPECT_EQ(424242u, object) << "host: a failed call leaves the tag alone";
+}
+
 // Host choice: layer 0 walks the layers objects can be selected on (work and selectable).
 TEST_F(Layers, CycleByLayerZeroWalksTheSelectableLayers) {
     std::vector<tag_t> expected = {1001, 1002, 1004};

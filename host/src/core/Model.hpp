@@ -60,10 +60,12 @@ constexpr double kSteelDensity = 7.85e-6;
 
 class BodyImpl : public NXOpen::Body, public ObjectData {
 public:
-    explicit BodyImpl(PartImpl* owner) : part(owner) {}
+    // Bodies are made only when a part file is read, in part order: a body keeps its place.
+    BodyImpl(PartImpl* owner, size_t place) : part(owner), position(place) {}
     ~BodyImpl() override = default;
 
     PartImpl* part;  // borrowed: the part owns its bodies
+    const size_t position;  // in part->bodies
     tag_t fileTag = NULL_TAG;  // the tag of the part file, registered when the part becomes work
     int layer = 1;
     int color = 1;
@@ -106,10 +108,8 @@ public:
     LayerManagerImpl layers;
     BodyCollectionImpl bodyCollection;
 
-    // The body with this tag, or NULL.
+    // The body of this part with this tag, or NULL.
     BodyImpl* FindBody(tag_t tag) const;
-    // Position of the body with this tag in part order, or -1.
-    int IndexOf(tag_t tag) const;
 };
 
 // The shortest "%g" form of value that reads back as the same double ("0.1", "20", "1e-07").

@@ -32,19 +32,9 @@ void LayerManagerImpl::MakeWork(int layer) {
 
 BodyCollectionImpl::BodyCollectionImpl(PartImpl* owner) : part(owner), tag(ReserveTag()) {}
 
-BodyImpl* PartImpl::FindBody(tag_t tag) const {
-    int index = IndexOf(tag);
-    return index < 0 ? nullptr : bodies[index].get();
-}
-
-int PartImpl::IndexOf(tag_t tag) const {
-    if (tag == NULL_TAG) return -1;
-    for (size_t i = 0; i < bodies.size(); ++i)
-        if (bodies[i]->Tag() == tag) return static_cast<int>(i);
-    return -1;
-}
-
 namespace {
+
+BodyImpl* BodyByTag(tag_t tag) { return dynamic_cast<BodyImpl*>(host::Tags::Find(tag)); }
 
 BodyImpl& BodyOf(NXOpen::DisplayableObject* object) {
     BodyImpl* body = dynamic_cast<BodyImpl*>(object);
@@ -58,9 +48,13 @@ void RequireLayer(int layer) {
     if (!IsLayerNumber(layer)) throw NXOpen::NXException::Create(kUfBadLayer);
 }
 
-BodyImpl* BodyByTag(tag_t tag) { return dynamic_cast<BodyImpl*>(host::Tags::Find(tag)); }
-
 }  // namespace
+
+BodyImpl* PartImpl::FindBody(tag_t tag) const {
+    BodyImpl* body = BodyByTag(tag);
+    return body != nullptr && body->part == this ? body : nullptr;
+}
+
 }  // namespace host::core
 
 namespace NXOpen {
@@ -88,27 +82,15 @@ BodyCollection::iterator BodyCollection::begin() {
     return it;
 }
 
-// m_state[0] caches the position of the current body in part order.
 BodyCollection::iterator::value_type BodyCollection::iterator::operator*() {
-    const PartImpl* part = static_cast<host::core::BodyCollectionImpl*>(m_context)->part;
-    if (m_state[0] < part->bodies.size() && part->bodies[m_state[0]]->Tag() == m_current)
-        return part->bodies[m_state[0]].get();
-    return part->FindBody(m_current);
+    return static_cast<host::core::BodyCollectionImpl*>(m_context)->part->FindBody(m_current);
 }
 
 BodyCollection::iterator& BodyCollection::iterator::operator++() {
     const PartImpl* part = static_cast<host::core::BodyCollectionImpl*>(m_context)->part;
-    int index = m_state[0] < part->bodies.size() && part->bodies[m_state[0]]->Tag() == m_current
-                    ? static_cast<int>(m_state[0])
-                    : part->IndexOf(m_current);
-    size_t next = static_cast<size_t>(index + 1);
-    if (index < 0 || next >= part->bodies.size()) {
-        m_current = NULL_TAG;
-        m_state[0] = 0;
-    } else {
-        m_current = part->bodies[next]->Tag();
-        m_state[0] = static_cast<unsigned int>(next);
-    }
+    const BodyImpl* body = part->FindBody(m_current);
+    size_t next = body == nullptr ? part->bodies.size() : body->position + 1;
+    m_current = next < part->bodies.size() ? part->bodies[next]->Tag() : NULL_TAG;
     return *this;
 }
 
@@ -309,9 +291,9 @@ int UF_LAYER_cycle_by_layer(int layer_number, tag_t* object_tag) {
     if (layer_number != 0 && !IsLayerNumber(layer_number)) return kUfBadLayer;
     size_t next = 0;
     if (*object_tag != NULL_TAG) {
-        int index = part->IndexOf(*object_tag);
-        if (index < 0) return kUfUnknownObjectInCycle;
-        next = static_cast<size_t>(index) + 1;
+        const BodyImpl* previous = part->FindBody(*object_tag);
+        if (previous == nullptr) return kUfUnknownObjectInCycle;
+        next = previous->position + 1;
     }
     *object_tag = NULL_TAG;
     for (; next < part->bodies.size(); ++next)

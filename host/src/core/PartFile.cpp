@@ -332,7 +332,7 @@ private:
     std::unique_ptr<BodyImpl> ReadBody(const Json& entry, const std::string& path, PartImpl* part) const {
         if (!entry.is_object()) Fail(path, "must be an object");
         Keys(entry, path, {"tag", "name", "layer", "color", "blanked", "highlighted", "attributes", "solid", "at", "rotate"});
-        auto body = std::make_unique<BodyImpl>(part);
+        auto body = std::make_unique<BodyImpl>(part, part->bodies.size());
         body->fileTag = static_cast<tag_t>(Integer(Required(entry, path, "tag"), Member(path, "tag"), 1, kLastFileTag));
         if (entry.contains("name")) body->name = Text(entry["name"], Member(path, "name"));
         body->layer = Layer(Required(entry, path, "layer"), Member(path, "layer"));

@@ -21,7 +21,7 @@ enum UfError {
     kUfNotDisplayable,           // the object has no display properties
     kUfNotABody,                 // mass properties asked of something that is not a body
     kUfBadMassPropsArguments,    // object count, type or units the call does not accept
-    kUfUnknownObjectInCycle      // UF_LAYER_cycle_by_layer was given an object not on the walk
+    kUfUnknownObjectInCycle      // UF_LAYER_cycle_by_layer was given an object that is no body of the work part
 };
 
 // The text of a code ("" for kUfOk; a generic text for codes the host does not use).
