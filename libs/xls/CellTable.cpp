@@ -33,6 +33,18 @@ CellTable::~CellTable()
     for (size_t i = 0; i < rows_.size(); ++i) delete rows_[i];
 }
 
+bool CellTable::holds(u32 type)
+{
+    switch (type) {
+    case kRow: case kDbCell: case kBlank: case kMulBlank: case kRk: case kMulRk: case kNumber:
+    case kLabelSst: case kLabel: case kRString: case kBoolErr: case kFormula: case kString:
+    case kShrFmla: case kArray: case kTable:
+        return true;
+    default:
+        return false;
+    }
+}
+
 Row& CellTable::makeRow(u32 r)
 {
     if (r >= rows_.size()) rows_.resize(r + 1, static_cast<Row*>(NULL));

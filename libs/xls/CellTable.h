@@ -36,6 +36,11 @@ public:
     CellTable();
     ~CellTable();
 
+    // True for the record types a cell table is made of: ROW, DBCELL, the cell records, and the
+    // SHRFMLA, ARRAY, TABLE and STRING that follow a FORMULA. (A CONTINUE belongs to the table
+    // only after a STRING, which the caller knows.)
+    static bool holds(u32 type);
+
     // Takes one record of the cell table as read from the sheet, in stream order. False, with a
     // message, for a record too short for its kind or a cell beyond column 255.
     bool take(u32 type, const u8* data, size_t size, std::string& error);

@@ -28,18 +28,6 @@ std::string number(long v)
     return text;
 }
 
-bool isCellRecord(u32 type)
-{
-    switch (type) {
-    case kRow: case kDbCell: case kBlank: case kMulBlank: case kRk: case kMulRk: case kNumber:
-    case kLabelSst: case kLabel: case kRString: case kBoolErr: case kFormula: case kString:
-    case kShrFmla: case kArray: case kTable:
-        return true;
-    default:
-        return false;
-    }
-}
-
 // Frees a half-built object on every exit unless released.
 template <class T>
 class Owned {
@@ -295,7 +283,7 @@ bool SheetState::open(std::string& error)
         if (type == kBof) ++depth;
         if (type == kEof && depth > 0) --depth;
         if (depth > 0 || type == kEof) continue;  // an embedded chart's substream
-        const bool cell = isCellRecord(type) || (type == kContinue && stringGoesOn);
+        const bool cell = CellTable::holds(type) || (type == kContinue && stringGoesOn);
         stringGoesOn = cell && (type == kString || type == kContinue);
         if (cell) {
             if (!cells.get()->take(type, data, length, error)) {

@@ -122,6 +122,17 @@ TEST(XlsCellTable, KeepsAFormulaWithItsStringResult)
     EXPECT_EQ(cat({record(0x0006, formula), record(0x0207, string), record(0x00FD, cat({le16({2, 3, 15}), le32({0})}))}), cells);
 }
 
+TEST(XlsCellTable, HoldsRowsCellsAndTheRecordsOfAFormula)
+{
+    for (uint16_t type : {xls::kRow, xls::kDbCell, xls::kBlank, xls::kMulBlank, xls::kRk, xls::kMulRk, xls::kNumber,
+                          xls::kLabelSst, xls::kLabel, xls::kRString, xls::kBoolErr, xls::kFormula, xls::kString,
+                          xls::kShrFmla, xls::kArray, xls::kTable})
+        EXPECT_TRUE(xls::CellTable::holds(type)) << "record 0x" << std::hex << type << " is part of the cell table";
+    EXPECT_FALSE(xls::CellTable::holds(xls::kContinue)) << "a CONTINUE is the table's only after a STRING";
+    EXPECT_FALSE(xls::CellTable::holds(xls::kDimensions)) << "DIMENSIONS comes before the table";
+    EXPECT_FALSE(xls::CellTable::holds(xls::kWindow2)) << "WINDOW2 comes after it";
+}
+
 TEST(XlsCellTable, RefusesACellRecordTooShort)
 {
     xls::CellTable table;
