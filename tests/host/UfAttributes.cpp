@@ -193,4 +193,35 @@ TEST_F(UfAttr, AssignIntegerReadsBackAsInteger) {
     EXPECT_EQ(12, Body(1001)->GetIntegerUserAttribute("件数", -1)) << "NX: an integer attribute";
 }
 
+TEST_F(UfAttr, AssignRealBooleanAndNullKeepTheirTypes) {
+    UF_ATTR_value_t v;
+    v.type = UF_ATTR_real;
+    v.value.real = 2.5;
+    char length[] = "长度";
+    EXPECT_EQ(0, UF_ATTR_assign(body_, length, v)) << "NX: assigning a real succeeds";
+    v.type = UF_ATTR_bool;
+    v.value.boolean = true;
+    char checked[] = "已检查";
+    EXPECT_EQ(0, UF_ATTR_assign(body_, checked, v)) << "NX: assigning a boolean succeeds";
+    v.type = UF_ATTR_null;
+    char mark[] = "标记";
+    EXPECT_EQ(0, UF_ATTR_assign(body_, mark, v)) << "NX: assigning a null attribute succeeds";
+    EXPECT_DOUBLE_EQ(2.5, Body(1001)->GetRealUserAttribute("长度", -1)) << "NX: a real attribute";
+    EXPECT_TRUE(Body(1001)->GetUserAttribute("已检查", NXObject::AttributeTypeBoolean, -1).BooleanValue)
+        << "NX: a boolean attribute";
+    EXPECT_TRUE(Body(1001)->HasUserAttribute("标记", NXObject::AttributeTypeNull, -1)) << "NX: a null attribute";
+}
+
+// Where the host differs from NX: it keeps no time values of its own (only their text), so
+// UF_ATTR_assign refuses them.
+TEST_F(UfAttr, AssignOfATimeValueIsRefusedAndWritesNothing) {
+    UF_ATTR_value_t v;
+    v.type = UF_ATTR_time;
+    v.value.time[0] = 1;
+    v.value.time[1] = 2;
+    char title[] = "检查时间";
+    EXPECT_NE(0, UF_ATTR_assign(body_, title, v)) << "host differs: time values are refused";
+    EXPECT_FALSE(Body(1001)->HasUserAttribute("检查时间", NXObject::AttributeTypeAny, -1)) << "host: nothing written";
+}
+
 }  // namespace

@@ -125,9 +125,30 @@ NXObject::AttributeInformation Information(const Attribute& a) {
     return info;
 }
 
-Attribute StringValue(const char* text) {
+// An attribute of each type, without its title.
+Attribute Value(NXObject::AttributeType type) {
     Attribute a;
-    a.type = NXObject::AttributeTypeString;
+    a.type = type;
+    return a;
+}
+Attribute IntegerValue(int value) {
+    Attribute a = Value(NXObject::AttributeTypeInteger);
+    a.integer = value;
+    return a;
+}
+Attribute RealValue(double value) {
+    Attribute a = Value(NXObject::AttributeTypeReal);
+    a.real = value;
+    return a;
+}
+Attribute BooleanValue(bool value) {
+    Attribute a = Value(NXObject::AttributeTypeBoolean);
+    a.boolean = value;
+    return a;
+}
+// A string or a time, which the host keeps as its text.
+Attribute TextValue(NXObject::AttributeType type, const char* text) {
+    Attribute a = Value(type);
     a.text = text == nullptr ? "" : text;
     return a;
 }
@@ -142,14 +163,13 @@ using host::core::DataOf;
 
 void NXObject::SetUserAttribute(const AttributeInformation& info, Update::Option) {
     Attribute a;
-    a.type = info.Type;
     switch (info.Type) {
-    case AttributeTypeNull: break;
-    case AttributeTypeBoolean: a.boolean = info.BooleanValue; break;
-    case AttributeTypeInteger: a.integer = info.IntegerValue; break;
-    case AttributeTypeReal: a.real = info.RealValue; break;
-    case AttributeTypeString: a.text = info.StringValue.GetLocaleText(); break;
-    case AttributeTypeTime: a.text = info.TimeValue.GetLocaleText(); break;
+    case AttributeTypeNull: a = host::core::Value(AttributeTypeNull); break;
+    case AttributeTypeBoolean: a = host::core::BooleanValue(info.BooleanValue); break;
+    case AttributeTypeInteger: a = host::core::IntegerValue(info.IntegerValue); break;
+    case AttributeTypeReal: a = host::core::RealValue(info.RealValue); break;
+    case AttributeTypeString: a = host::core::TextValue(AttributeTypeString, info.StringValue.GetLocaleText()); break;
+    case AttributeTypeTime: a = host::core::TextValue(AttributeTypeTime, info.TimeValue.GetLocaleText()); break;
     default: throw NXException::Create("Attribute type not supported by the host");
     }
     host::core::SetAttribute(this, info.Title.GetLocaleText(), info.Array ? info.ArrayElementIndex : -1, a);
@@ -159,55 +179,42 @@ void NXObject::SetUserAttribute(const NXString& title, int index, int value, Upd
     SetUserAttribute(title.GetLocaleText(), index, value, option);
 }
 void NXObject::SetUserAttribute(const char* title, int index, int value, Update::Option) {
-    Attribute a;
-    a.type = AttributeTypeInteger;
-    a.integer = value;
-    host::core::SetAttribute(this, title, index, a);
+    host::core::SetAttribute(this, title, index, host::core::IntegerValue(value));
 }
 
 void NXObject::SetUserAttribute(const NXString& title, int index, double value, Update::Option option) {
     SetUserAttribute(title.GetLocaleText(), index, value, option);
 }
 void NXObject::SetUserAttribute(const char* title, int index, double value, Update::Option) {
-    Attribute a;
-    a.type = AttributeTypeReal;
-    a.real = value;
-    host::core::SetAttribute(this, title, index, a);
+    host::core::SetAttribute(this, title, index, host::core::RealValue(value));
 }
 
 void NXObject::SetUserAttribute(const NXString& title, int index, const NXString& value, Update::Option option) {
     SetUserAttribute(title.GetLocaleText(), index, value.GetLocaleText(), option);
 }
 void NXObject::SetUserAttribute(const char* title, int index, const char* value, Update::Option) {
-    host::core::SetAttribute(this, title, index, host::core::StringValue(value));
+    host::core::SetAttribute(this, title, index, host::core::TextValue(AttributeTypeString, value));
 }
 
 void NXObject::SetUserAttribute(const NXString& title, int index, Update::Option option) {
     SetUserAttribute(title.GetLocaleText(), index, option);
 }
 void NXObject::SetUserAttribute(const char* title, int index, Update::Option) {
-    Attribute a;
-    a.type = AttributeTypeNull;
-    host::core::SetAttribute(this, title, index, a);
+    host::core::SetAttribute(this, title, index, host::core::Value(AttributeTypeNull));
 }
 
 void NXObject::SetTimeUserAttribute(const NXString& title, int index, const NXString& value, Update::Option option) {
     SetTimeUserAttribute(title.GetLocaleText(), index, value.GetLocaleText(), option);
 }
 void NXObject::SetTimeUserAttribute(const char* title, int index, const char* value, Update::Option) {
-    Attribute a = host::core::StringValue(value);
-    a.type = AttributeTypeTime;
-    host::core::SetAttribute(this, title, index, a);
+    host::core::SetAttribute(this, title, index, host::core::TextValue(AttributeTypeTime, value));
 }
 
 void NXObject::SetBooleanUserAttribute(const NXString& title, int index, bool value, Update::Option option) {
     SetBooleanUserAttribute(title.GetLocaleText(), index, value, option);
 }
 void NXObject::SetBooleanUserAttribute(const char* title, int index, bool value, Update::Option) {
-    Attribute a;
-    a.type = AttributeTypeBoolean;
-    a.boolean = value;
-    host::core::SetAttribute(this, title, index, a);
+    host::core::SetAttribute(this, title, index, host::core::BooleanValue(value));
 }
 
 bool NXObject::HasUserAttribute(const NXString& title, AttributeType type, int index) {
@@ -377,29 +384,19 @@ int UF_ATTR_assign(tag_t object, char* title, UF_ATTR_value_t value) {
     ObjectData* data = FindData(host::Tags::Find(object));
     if (data == nullptr) return host::Tags::Find(object) == nullptr ? kUfBadTag : kUfNotAttributeOwner;
     Attribute a;
-    a.title = title;
     switch (value.type) {
-    case UF_ATTR_integer:
-        a.type = NXObject::AttributeTypeInteger;
-        a.integer = value.value.integer;
-        break;
-    case UF_ATTR_real:
-        a.type = NXObject::AttributeTypeReal;
-        a.real = value.value.real;
-        break;
-    case UF_ATTR_null: a.type = NXObject::AttributeTypeNull; break;
-    case UF_ATTR_bool:
-        a.type = NXObject::AttributeTypeBoolean;
-        a.boolean = value.value.boolean;
-        break;
+    case UF_ATTR_integer: a = IntegerValue(value.value.integer); break;
+    case UF_ATTR_real: a = RealValue(value.value.real); break;
+    case UF_ATTR_null: a = Value(NXObject::AttributeTypeNull); break;
+    case UF_ATTR_bool: a = BooleanValue(value.value.boolean); break;
     case UF_ATTR_string:
         if (value.value.string == nullptr) return kUfNullArgument;
         if (std::strlen(value.value.string) > UF_ATTR_MAX_STRING_LEN) return kUfValueTooLong;
-        a.type = NXObject::AttributeTypeString;
-        a.text = value.value.string;
+        a = TextValue(NXObject::AttributeTypeString, value.value.string);
         break;
     default: return kUfBadAttributeType;  // time and reference values are not kept by the host
     }
+    a.title = title;
     data->attributes.Set(a);
     return 0;
 }
