@@ -105,9 +105,10 @@ void Vornadel::CreatStdPartNodes(bool flag, bool takeSnapshot)
     NXOpen::BlockStyler::Node* lastGroup = NULL;
     for (std::vector<StandardPartParam>::size_type i = 0; i < records.size(); ++i) {
         StandardPartParam& record = records[i];
-        if (std::find(remaining.begin(), remaining.end(), record.bodyInfo) == remaining.end())
+        std::vector<BodyInfo*>::iterator own = std::find(remaining.begin(), remaining.end(), record.bodyInfo);
+        if (own == remaining.end())
             continue;  // placed in an earlier group already
-        Remove(remaining, record.bodyInfo);
+        remaining.erase(own);
         std::vector<BodyInfo*> same = GetSameBodies(record.bodyInfo, remaining);
         for (std::vector<BodyInfo*>::size_type s = 0; s < same.size(); ++s)
             Remove(remaining, same[s]);
@@ -120,12 +121,7 @@ void Vornadel::CreatStdPartNodes(bool flag, bool takeSnapshot)
                 NXOpen::Body* body = copies[s]->GetBody();
                 if (HasNonEmptyAttribute(body, StdPartTitle::Name) || HasNonEmptyAttribute(body, StdPartTitle::GroupId))
                     continue;
-                for (std::vector<BodyInfo*>::iterator at = remaining.begin(); at != remaining.end(); ++at) {
-                    if ((*at)->GetBody() == body) {
-                        remaining.erase(at);
-                        break;
-                    }
-                }
+                Remove(remaining, copies[s]);  // GetSameBodys gives elements of remaining itself
                 same.push_back(copies[s]);
             }
             record.quantity = static_cast<int>(same.size()) + 1;
