@@ -20,6 +20,7 @@ const u32 kDefaultCellXf = 15;             // XF 15 is the mandatory default cel
 const size_t kMaxTextUnits = 32767;        // the most a BIFF8 cell holds
 const u32 kStandardRowHeight = 255;        // twips, when the sheet gives none
 const u32 kPlainRowFlags = 0x000F0100u;    // what Excel writes for a row without formats
+const char* const kBiff5Refused = "Excel 5.0/95 workbook (BIFF5) is not supported: save it as Excel 97-2003 (.xls)";
 
 std::string number(long v)
 {
@@ -75,7 +76,6 @@ public:
         memset(oldExtent, 0, sizeof oldExtent);
         memset(newRow, 0, sizeof newRow);
     }
-    // open() sets every field below from the sheet's records.
     ~SheetState()
     {
         delete handle;
@@ -97,7 +97,7 @@ public:
     u32 oldExtent[4];  // DIMENSIONS as loaded
     std::vector<ColumnFormat> columns;
     u8 newRow[kRowDataSize];  // ROW data for a row that gets its first cell
-    std::vector<u16> scratch;
+    std::vector<u16> scratch;  // writeStr's text as UTF-16, kept so that its memory is reused
 
 private:
     SheetState(const SheetState&);
@@ -159,7 +159,7 @@ bool BookState::load(const u8* bytes, size_t size, std::string& error)
     workbook = file.findRootStream("Workbook");
     if (workbook < 0) {
         if (file.findRootStream("Book") >= 0)
-            error = "Excel 5.0/95 workbook (BIFF5) is not supported: save it as Excel 97-2003 (.xls)";
+            error = kBiff5Refused;
         else
             error = "not an Excel workbook: the compound file has no Workbook stream";
         return false;
@@ -176,8 +176,7 @@ bool BookState::load(const u8* bytes, size_t size, std::string& error)
     }
     const u32 version = getU16(data(0));
     if (version != kBiff8Version) {
-        error = version == 0x0500 ? "Excel 5.0/95 workbook (BIFF5) is not supported: save it as Excel 97-2003 (.xls)"
-                                  : "unsupported BIFF version in the Workbook stream";
+        error = version == 0x0500 ? kBiff5Refused : "unsupported BIFF version in the Workbook stream";
         return false;
     }
     if (getU16(data(0) + 2) != kBofGlobals) {
