@@ -13,6 +13,17 @@ enum { kLocaleFilled = 1, kUtf8Filled = 2 };
 
 std::string Bytes(const char* text) { return text == nullptr ? std::string() : std::string(text); }
 
+// The text converted to the other side, made on first use and kept in cache; the bit of
+// converted says that cache is filled.
+const char* Converted(const std::string& text, std::string& cache, int& converted, int bit,
+                      std::string (*convert)(const std::string&)) {
+    if ((converted & bit) == 0) {
+        cache = convert(text);
+        converted |= bit;
+    }
+    return cache.c_str();
+}
+
 }  // namespace
 
 NXString::NXString(const char* text, NXStringMode mode)
@@ -43,22 +54,12 @@ const char* NXString::GetText() const { return m_text.c_str(); }
 const char* NXString::getText() const { return GetText(); }
 
 const char* NXString::GetLocaleText() const {
-    if (m_mode == Locale) return m_text.c_str();
-    if ((m_converted & kLocaleFilled) == 0) {
-        m_locale = host::Utf8ToGbk(m_text);
-        m_converted |= kLocaleFilled;
-    }
-    return m_locale.c_str();
+    return m_mode == Locale ? m_text.c_str() : Converted(m_text, m_locale, m_converted, kLocaleFilled, host::Utf8ToGbk);
 }
 const char* NXString::getLocaleText() const { return GetLocaleText(); }
 
 const char* NXString::GetUTF8Text() const {
-    if (m_mode == UTF8) return m_text.c_str();
-    if ((m_converted & kUtf8Filled) == 0) {
-        m_utf8 = host::GbkToUtf8(m_text);
-        m_converted |= kUtf8Filled;
-    }
-    return m_utf8.c_str();
+    return m_mode == UTF8 ? m_text.c_str() : Converted(m_text, m_utf8, m_converted, kUtf8Filled, host::GbkToUtf8);
 }
 const char* NXString::getUTF8Text() const { return GetUTF8Text(); }
 
