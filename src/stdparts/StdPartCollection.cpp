@@ -92,7 +92,8 @@ std::vector<StandardPartParam> Vornadel::GetStdPartParams(std::vector<NXOpen::Bo
 namespace {
 
 // The six descriptive attributes, in the order in which the matching rule tests them.
-const char* const kDescriptiveTitles[6] = {
+enum { kDescriptiveCount = 6 };
+const char* const kDescriptiveTitles[kDescriptiveCount] = {
     StdPartTitle::Name, StdPartTitle::Type, StdPartTitle::Brand,
     StdPartTitle::HeatTreatment, StdPartTitle::Material, StdPartTitle::Supplier,
 };
@@ -102,8 +103,8 @@ const char* const kDescriptiveTitles[6] = {
 std::vector<BodyInfo*> Vornadel::GetSameBodies(BodyInfo* reference, std::vector<BodyInfo*>& candidates)
 {
     NXOpen::Body* referenceBody = reference->GetBody();
-    std::string described[6];
-    for (int i = 0; i < 6; ++i)
+    std::string described[kDescriptiveCount];
+    for (int i = 0; i < kDescriptiveCount; ++i)
         ReadStringAttribute(referenceBody, kDescriptiveTitles[i], described[i]);
     std::string groupId;
     ReadStringAttribute(referenceBody, StdPartTitle::GroupId, groupId);
@@ -124,9 +125,9 @@ std::vector<BodyInfo*> Vornadel::GetSameBodies(BodyInfo* reference, std::vector<
             }
         }
         if (described[0].empty())
-            continue;  // an unnamed reference matches only through group identifiers
+            continue;  // an unnamed reference ("名称", the first title) matches only through group identifiers
         bool equal = true;
-        for (int i = 0; i < 6 && equal; ++i) {
+        for (int i = 0; i < kDescriptiveCount && equal; ++i) {
             std::string value;
             ReadStringAttribute(body, kDescriptiveTitles[i], value);
             equal = value == described[i];
