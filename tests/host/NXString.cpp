@@ -43,6 +43,17 @@ TEST(NXString, Utf8TextConvertsToLocale) {
     EXPECT_STREQ(kUtf8Name, s.GetUTF8Text()) << "NX: GetUTF8Text of UTF-8 text is the text itself";
 }
 
+// Host choice: the other side is converted once and kept, so its pointer stays valid and the
+// same while the string is unchanged (NX says only that the string owns the text).
+TEST(NXString, ConvertedTextIsMadeOnceAndKept) {
+    NXString locale(kGbkName, NXString::Locale);
+    const char* utf8 = locale.GetUTF8Text();
+    EXPECT_EQ(utf8, locale.GetUTF8Text()) << "host choice: a second GetUTF8Text gives the same buffer";
+    NXString utf8Text(kUtf8Name, NXString::UTF8);
+    const char* gbk = utf8Text.GetLocaleText();
+    EXPECT_EQ(gbk, utf8Text.GetLocaleText()) << "host choice: a second GetLocaleText gives the same buffer";
+}
+
 TEST(NXString, StdStringConstructorTakesTheSameBytes) {
     NXString s(std::string(kUtf8Name), NXString::UTF8);
     EXPECT_STREQ(kGbkName, s.GetLocaleText()) << "NX: the std::string constructor behaves as the char one";
