@@ -38,4 +38,10 @@ std::string GbkToUtf8(const std::string& gbk);
 std::string Utf8ToGbk(const std::string& utf8);
 std::string Utf8ToGbkStrict(const std::string& utf8);
 
+// UTF-8 byte by byte, for the host's readers of UTF-8 files: the offset of the first byte that
+// does not belong to a well-formed sequence (std::string::npos when every byte does), and a code
+// point (at most U+10FFFF) appended as UTF-8.
+size_t FirstInvalidUtf8(const std::string& utf8);
+void AppendUtf8(std::string& out, unsigned long codePoint);
+
 }  // namespace host

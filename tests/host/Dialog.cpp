@@ -225,6 +225,12 @@ TEST_F(CreateDialog, ReadsEntitiesCommentsBomAndBothWrapperForms) {
     EXPECT_TRUE(Is<Button>(dialog_->TopBlock()->FindBlock("b2"))) << "host: a member without the wrapper";
 }
 
+TEST_F(CreateDialog, CharacterReferencesOfEveryUtf8LengthDecode) {
+    WriteFile("Refs.dlx", OneButton("&#x41;&#xE9;&#x8BA2;&#x1F600;"));
+    EXPECT_EQ("A\xA8\xA6订?", TitleOf("Refs.dlx"))
+        << "host: one-, two-, three- and four-byte characters; the last has no GBK form and becomes one ?";
+}
+
 TEST_F(CreateDialog, MalformedFilesAreRefusedWithAMessage) {
     const char* const cases[][3] = {
         {"Empty.dlx", "", "no element"},
@@ -243,6 +249,9 @@ TEST_F(CreateDialog, MalformedFilesAreRefusedWithAMessage) {
          "cannot hold blocks"},
         {"Utf8.dlx", "<Dialog><item id=\"a\" class=\"UICOMP_button\"><PropertyList><Property id=\"Title\" value=\"\xB1\xEA\"/></PropertyList></item></Dialog>",
          "not valid UTF-8"},
+        {"Surrogate.dlx", "<Dialog><item id=\"\xED\xA0\x80\" class=\"UICOMP_button\"/></Dialog>", "not valid UTF-8"},
+        {"Overlong.dlx", "<Dialog><item id=\"\xE0\x81\x81\" class=\"UICOMP_button\"/></Dialog>", "not valid UTF-8"},
+        {"Reference.dlx", "<Dialog><item id=\"&#xD800;\" class=\"UICOMP_button\"/></Dialog>", "is not a character"},
         {"Encoding.dlx", "<?xml version=\"1.0\" encoding=\"GBK\"?><Dialog/>", "encoding \"GBK\""},
         {"After.dlx", "<Dialog/><Dialog/>", "after the root"},
     };

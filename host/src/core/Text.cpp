@@ -1,5 +1,6 @@
-// GBK <-> UTF-8 at the host's edges (part files, NXString's UTF-8 side, the runner's output).
-// glibc's iconv converter "GBK" is the code page of a Chinese Windows (CP936).
+// GBK <-> UTF-8 at the host's edges (part files, NXString's UTF-8 side, the runner's output),
+// and the host's one reader and writer of UTF-8 sequences. glibc's iconv converter "GBK" is the
+// code page of a Chinese Windows (CP936).
 #include <cerrno>
 #include <cstdio>
 #include <stdexcept>
@@ -23,18 +24,38 @@ size_t Utf8SequenceLength(unsigned char lead) {
     return 1;
 }
 
-// "U+1F600" for the character at byte at, "byte 0xFF" when it is not valid UTF-8.
-std::string DescribeCharacter(const std::string& utf8, size_t at) {
+// The length (1 to 4) of the well-formed UTF-8 sequence at byte at, with its code point; 0 when
+// the bytes there are none: a stray or cut-off byte, an overlong form, a surrogate, a code point
+// beyond U+10FFFF.
+size_t DecodeUtf8(const std::string& utf8, size_t at, unsigned long& codePoint) {
     unsigned char lead = static_cast<unsigned char>(utf8[at]);
     size_t length = Utf8SequenceLength(lead);
-    char text[16];
-    if (length == 1 || at + length > utf8.size()) {
-        std::snprintf(text, sizeof text, "byte 0x%02X", lead);
-        return text;
+    if (length == 1) {
+        codePoint = lead;
+        return lead < 0x80 ? 1 : 0;
     }
+    if (at + length > utf8.size()) return 0;
     unsigned long code = lead & (0x7F >> length);
-    for (size_t i = 1; i < length; ++i) code = (code << 6) | (static_cast<unsigned char>(utf8[at + i]) & 0x3F);
-    std::snprintf(text, sizeof text, "U+%04lX", code);
+    for (size_t i = 1; i < length; ++i) {
+        unsigned char next = static_cast<unsigned char>(utf8[at + i]);
+        if ((next & 0xC0) != 0x80) return 0;
+        code = (code << 6) | (next & 0x3F);
+    }
+    if ((length == 3 && code < 0x800) || (length == 4 && (code < 0x10000 || code > 0x10FFFF)) ||
+        (code >= 0xD800 && code <= 0xDFFF))
+        return 0;
+    codePoint = code;
+    return length;
+}
+
+// "U+1F600" for the character at byte at, "byte 0xFF" when it is not valid UTF-8.
+std::string DescribeCharacter(const std::string& utf8, size_t at) {
+    unsigned long code = 0;
+    char text[16];
+    if (DecodeUtf8(utf8, at, code) == 0)
+        std::snprintf(text, sizeof text, "byte 0x%02X", static_cast<unsigned char>(utf8[at]));
+    else
+        std::snprintf(text, sizeof text, "U+%04lX", code);
     return text;
 }
 
@@ -103,6 +124,34 @@ std::string Utf8ToGbk(const std::string& utf8) {
         out += '?';
         return Utf8SequenceLength(static_cast<unsigned char>(utf8[at]));
     });
+}
+
+size_t FirstInvalidUtf8(const std::string& utf8) {
+    unsigned long code = 0;
+    for (size_t at = 0; at < utf8.size();) {
+        size_t length = DecodeUtf8(utf8, at, code);
+        if (length == 0) return at;
+        at += length;
+    }
+    return std::string::npos;
+}
+
+void AppendUtf8(std::string& out, unsigned long codePoint) {
+    if (codePoint < 0x80) {
+        out += static_cast<char>(codePoint);
+    } else if (codePoint < 0x800) {
+        out += static_cast<char>(0xC0 | (codePoint >> 6));
+        out += static_cast<char>(0x80 | (codePoint & 0x3F));
+    } else if (codePoint < 0x10000) {
+        out += static_cast<char>(0xE0 | (codePoint >> 12));
+        out += static_cast<char>(0x80 | ((codePoint >> 6) & 0x3F));
+        out += static_cast<char>(0x80 | (codePoint & 0x3F));
+    } else {
+        out += static_cast<char>(0xF0 | (codePoint >> 18));
+        out += static_cast<char>(0x80 | ((codePoint >> 12) & 0x3F));
+        out += static_cast<char>(0x80 | ((codePoint >> 6) & 0x3F));
+        out += static_cast<char>(0x80 | (codePoint & 0x3F));
+    }
 }
 
 std::string Utf8ToGbkStrict(const std::string& utf8) {
