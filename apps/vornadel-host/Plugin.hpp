@@ -31,8 +31,6 @@ public:
     // without ufusr_ask_unload, or with another answer, stays loaded until the end of the run.
     bool UnloadIfAsked();
 
-    bool Loaded() const { return handle_ != nullptr; }
-
 private:
     void Unload();
 
