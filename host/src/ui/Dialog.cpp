@@ -31,22 +31,21 @@ bool IsTrue(const DlxBlock& b, const char* property, bool fallback) {
     return value == "True";
 }
 
+// A block of class BlockClass with the id, class name and label of the file's item.
+template <class BlockClass>
+std::unique_ptr<BlockClass> New(DialogImpl& dialog, const DlxBlock& b) {
+    return std::make_unique<BlockClass>(dialog, KindName(b.kind), b.id, host::Utf8ToGbk(b.label));
+}
+
 std::unique_ptr<BlockImpl> MakeBlock(DialogImpl& dialog, const DlxBlock& b) {
-    std::string label = host::Utf8ToGbk(b.label);
-    const char* cls = KindName(b.kind);
     std::unique_ptr<BlockImpl> block;
     switch (b.kind) {
-    case BlockKind::Group:
-        block = std::make_unique<GroupImpl>(dialog, cls, b.id, label);
-        break;
-    case BlockKind::ScrolledWindow:
-        block = std::make_unique<ScrolledWindowImpl>(dialog, cls, b.id, label);
-        break;
-    case BlockKind::Button:
-        block = std::make_unique<ButtonImpl>(dialog, cls, b.id, label);
-        break;
+    case BlockKind::Group: block = New<GroupImpl>(dialog, b); break;
+    case BlockKind::ScrolledWindow: block = New<ScrolledWindowImpl>(dialog, b); break;
+    case BlockKind::Button: block = New<ButtonImpl>(dialog, b); break;
+    case BlockKind::BodyCollector: block = New<BodyCollectorImpl>(dialog, b); break;
     case BlockKind::StringBlock: {
-        auto s = std::make_unique<StringBlockImpl>(dialog, cls, b.id, label);
+        auto s = New<StringBlockImpl>(dialog, b);
         s->style = b.Value("PresentationStyle", "KeyIn");
         s->value = host::Utf8ToGbk(b.Value("WideValue", b.Value("Value", "")));
         auto items = b.properties.find("ListItems");
@@ -58,7 +57,7 @@ std::unique_ptr<BlockImpl> MakeBlock(DialogImpl& dialog, const DlxBlock& b) {
         break;
     }
     case BlockKind::Tree: {
-        auto t = std::make_unique<TreeImpl>(dialog, cls, b.id, label);
+        auto t = New<TreeImpl>(dialog, b);
         t->multipleSelection = b.Value("SelectionMode", "Multiple") == "Multiple";
         t->showHeader = IsTrue(b, "ShowHeader", true);
         t->showToolTips = IsTrue(b, "ShowToolTips", false);
@@ -66,11 +65,8 @@ std::unique_ptr<BlockImpl> MakeBlock(DialogImpl& dialog, const DlxBlock& b) {
         block = std::move(t);
         break;
     }
-    case BlockKind::BodyCollector:
-        block = std::make_unique<BodyCollectorImpl>(dialog, cls, b.id, label);
-        break;
     case BlockKind::FolderSelection: {
-        auto f = std::make_unique<FolderSelectionImpl>(dialog, cls, b.id, label);
+        auto f = New<FolderSelectionImpl>(dialog, b);
         f->path = host::Utf8ToGbk(b.Value("Path", ""));
         block = std::move(f);
         break;
