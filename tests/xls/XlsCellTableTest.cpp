@@ -35,7 +35,7 @@ void take(xls::CellTable& table, uint16_t type, const Bytes& data)
 Rec firstRecordFor(const Bytes& file, uint16_t type, uint16_t row)
 {
     for (const Rec& r : records(workbookStream(file)))
-        if (r.type == type && r.data.size() >= 2 && (r.data[0] | (r.data[1] << 8)) == row) return r;
+        if (r.type == type && r.data.size() >= 2 && u16at(r.data, 0) == row) return r;
     return {};
 }
 
@@ -171,7 +171,7 @@ TEST(XlsCellTable, IndexPointsAtEachDbcellAndDimensionsCoverTheCells)
     size_t bof = 0, eof = 0;
     for (const Rec& r : recs) {
         if (r.type != 0x0085) continue;
-        const uint32_t pos = r.data[0] | (r.data[1] << 8) | (r.data[2] << 16) | (static_cast<uint32_t>(r.data[3]) << 24);
+        const uint32_t pos = u32at(r.data, 0);
         while (recs[bof].pos != pos) ++bof;
         break;
     }

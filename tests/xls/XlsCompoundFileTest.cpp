@@ -10,11 +10,9 @@ using namespace xlstest;
 
 namespace {
 
-uint32_t u32(const Bytes& b, size_t at) { return b[at] | (b[at + 1] << 8) | (b[at + 2] << 16) | (static_cast<uint32_t>(b[at + 3]) << 24); }
-
 uint32_t fatEntry(const Bytes& file, uint32_t sector)
 {
-    return u32(file, (u32(file, 0x4C + 4 * (sector / 128)) + 1) * 512 + 4 * (sector % 128));
+    return u32at(file, (u32at(file, 0x4C + 4 * (sector / 128)) + 1) * 512 + 4 * (sector % 128));
 }
 
 const uint32_t kEnd = 0xFFFFFFFEu, kFree = 0xFFFFFFFFu, kFatSect = 0xFFFFFFFDu;
@@ -74,11 +72,11 @@ TEST(XlsCompoundFile, ListsFatSectorsBeyond109InTheDifat)
     EXPECT_EQ(cat({le32({130})}), Bytes(file.begin() + 0x2C, file.begin() + 0x30));
     EXPECT_EQ(cat({le32({16515, 1})}), Bytes(file.begin() + 0x44, file.begin() + 0x4C));
     const size_t difat = (16515 + 1) * 512;
-    for (uint32_t k = 0; k < 21; ++k) EXPECT_EQ(16385 + 109 + k, u32(file, difat + 4 * k));
-    EXPECT_EQ(kFree, u32(file, difat + 4 * 21));
-    EXPECT_EQ(kEnd, u32(file, difat + 508));
+    for (uint32_t k = 0; k < 21; ++k) EXPECT_EQ(16385 + 109 + k, u32at(file, difat + 4 * k));
+    EXPECT_EQ(kFree, u32at(file, difat + 4 * 21));
+    EXPECT_EQ(kEnd, u32at(file, difat + 508));
     // The DIFAT sector is marked DIFSECT in FAT sector 129 (sector 16385 + 129), listed in the DIFAT.
-    EXPECT_EQ(0xFFFFFFFCu, u32(file, (16385 + 129 + 1) * 512 + 4 * (16515 % 128))) << "DIFSECT";
+    EXPECT_EQ(0xFFFFFFFCu, u32at(file, (16385 + 129 + 1) * 512 + 4 * (16515 % 128))) << "DIFSECT";
     xls::CompoundFile back;
     std::string error;
     ASSERT_TRUE(back.read(file.data(), file.size(), error)) << error;

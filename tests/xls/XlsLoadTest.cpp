@@ -24,15 +24,13 @@ std::string loadMessage(const Bytes& bytes)
 
 bool contains(const std::string& text, const std::string& part) { return text.find(part) != std::string::npos; }
 
-uint32_t u32(const Bytes& b, size_t at) { return b[at] | (b[at + 1] << 8) | (b[at + 2] << 16) | (static_cast<uint32_t>(b[at + 3]) << 24); }
-
 void setU32(Bytes& b, size_t at, uint32_t v)
 {
     for (int k = 0; k < 4; ++k) b[at + k] = static_cast<unsigned char>(v >> (8 * k));
 }
 
 // File offset of directory entry `id` of a version 3 file whose directory fits one sector.
-size_t entryOffset(const Bytes& file, size_t id) { return (u32(file, 0x30) + 1) * 512 + id * 128; }
+size_t entryOffset(const Bytes& file, size_t id) { return (u32at(file, 0x30) + 1) * 512 + id * 128; }
 
 // Directory id of the entry named name (ASCII) in a version 3 file's first directory sector.
 size_t entryId(const Bytes& file, const std::string& name)
@@ -50,7 +48,7 @@ size_t entryId(const Bytes& file, const std::string& name)
 // Sets FAT entry `sector` of a version 3 file to value.
 void setFat(Bytes& file, uint32_t sector, uint32_t value)
 {
-    const uint32_t fatSector = u32(file, 0x4C + 4 * (sector / 128));
+    const uint32_t fatSector = u32at(file, 0x4C + 4 * (sector / 128));
     setU32(file, (fatSector + 1) * 512 + 4 * (sector % 128), value);
 }
 
@@ -134,7 +132,7 @@ TEST(XlsLoad, RefusesACyclicSectorChain)
 {
     Bytes bytes = templateBytes();
     const size_t e = entryOffset(bytes, entryId(bytes, "Workbook"));
-    const uint32_t start = u32(bytes, e + 0x74);
+    const uint32_t start = u32at(bytes, e + 0x74);
     setFat(bytes, start + 3, start + 1);  // the stream's 4th sector leads back to its 2nd
     EXPECT_TRUE(contains(loadMessage(bytes), "loops")) << loadMessage(bytes);
 }
@@ -143,7 +141,7 @@ TEST(XlsLoad, RefusesAChainThatLeavesTheFile)
 {
     Bytes bytes = templateBytes();
     const size_t e = entryOffset(bytes, entryId(bytes, "Workbook"));
-    setFat(bytes, u32(bytes, e + 0x74), 0x00FFFFFF);
+    setFat(bytes, u32at(bytes, e + 0x74), 0x00FFFFFF);
     EXPECT_TRUE(contains(loadMessage(bytes), "not in the file")) << loadMessage(bytes);
 }
 
@@ -153,7 +151,7 @@ TEST(XlsLoad, RefusesStreamsThatShareSectors)
     Bytes bytes = templateBytes();
     const size_t workbook = entryOffset(bytes, entryId(bytes, "Workbook"));
     const size_t compObj = entryOffset(bytes, entryId(bytes, "\x01" "CompObj"));
-    setU32(bytes, compObj + 0x74, u32(bytes, workbook + 0x74));
+    setU32(bytes, compObj + 0x74, u32at(bytes, workbook + 0x74));
     setU32(bytes, compObj + 0x78, 4096);
     EXPECT_TRUE(contains(loadMessage(bytes), "shares sector")) << loadMessage(bytes);
 }
@@ -161,7 +159,7 @@ TEST(XlsLoad, RefusesStreamsThatShareSectors)
 TEST(XlsLoad, RefusesADirectoryTreeThatLoops)
 {
     Bytes bytes = templateBytes();
-    const uint32_t child = u32(bytes, entryOffset(bytes, 0) + 0x4C);
+    const uint32_t child = u32at(bytes, entryOffset(bytes, 0) + 0x4C);
     setU32(bytes, entryOffset(bytes, child) + 0x44, child);
     EXPECT_TRUE(contains(loadMessage(bytes), "directory tree loops")) << loadMessage(bytes);
 }
@@ -187,7 +185,7 @@ TEST(XlsLoad, RefusesAHugeStreamSize)
     setU32(bytes, entryOffset(bytes, entryId(bytes, "Workbook")) + 0x78, 0x7FFFFFF0u);
     EXPECT_TRUE(contains(loadMessage(bytes), "larger than the file")) << loadMessage(bytes);
     Bytes v4 = asVersion4(templateBytes());
-    const size_t dir = (u32(v4, 0x30) + 1) * 4096;
+    const size_t dir = (u32at(v4, 0x30) + 1) * 4096;
     for (size_t id = 1; id < 4; ++id) setU32(v4, dir + id * 128 + 0x7C, 1);  // sizes above 4 GiB
     EXPECT_TRUE(contains(loadMessage(v4), "larger than the file")) << loadMessage(v4);
 }
@@ -365,7 +363,7 @@ TEST(XlsSheet, WriteStrRefusesTheFirstCellOfASharedOrArrayFormula)
     std::vector<std::pair<int, int>> anchors;
     for (size_t i = 1; i < recs.size(); ++i)
         if ((recs[i].type == 0x04BC || recs[i].type == 0x0221) && recs[i - 1].type == 0x0006)
-            anchors.push_back({recs[i - 1].data[0] | (recs[i - 1].data[1] << 8), recs[i - 1].data[2]});
+            anchors.push_back({u16at(recs[i - 1].data, 0), u16at(recs[i - 1].data, 2)});
     ASSERT_EQ(2u, anchors.size());
     xls::Book book;
     ASSERT_TRUE(book.load((dataDir() / "features-libreoffice.xls").c_str()));

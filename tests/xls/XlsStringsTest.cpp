@@ -13,8 +13,6 @@ using namespace xlstest;
 
 namespace {
 
-uint32_t le32u(const Bytes& b, size_t at) { return b[at] | (b[at + 1] << 8) | (b[at + 2] << 16) | (static_cast<uint32_t>(b[at + 3]) << 24); }
-
 // SST and CONTINUE records written by a table into which texts were added.
 std::vector<Rec> sstRecords(const std::vector<std::u16string>& texts, xls::SstLayout* layout = nullptr)
 {
@@ -30,7 +28,7 @@ std::vector<Rec> sstRecords(const std::vector<std::u16string>& texts, xls::SstLa
 std::pair<uint32_t, uint32_t> sstCounts(const Bytes& file)
 {
     for (const Rec& r : records(workbookStream(file)))
-        if (r.type == 0x00FC) return {le32u(r.data, 0), le32u(r.data, 4)};
+        if (r.type == 0x00FC) return {u32at(r.data, 0), u32at(r.data, 4)};
     return {0, 0};
 }
 

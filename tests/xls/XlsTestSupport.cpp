@@ -503,14 +503,10 @@ Bytes workbookStream(const Bytes& file)
     return id >= 0 ? cf.entries[id].data : Bytes();
 }
 
-}  // namespace xlstest
-
-namespace xlstest {
-
-namespace {
-
 uint16_t u16at(const Bytes& d, size_t at) { return static_cast<uint16_t>(d.at(at) | (d.at(at + 1) << 8)); }
 uint32_t u32at(const Bytes& d, size_t at) { return u16at(d, at) | (static_cast<uint32_t>(u16at(d, at + 2)) << 16); }
+
+namespace {
 
 bool isCell(uint16_t type)
 {
@@ -666,10 +662,6 @@ void expectWellFormedStream(const Bytes& stream, int writtenSheet)
         for (uint32_t p : dbcells) EXPECT_EQ(0x00D7, typeAt(p)) << "INDEX entry " << p << " is not a DBCELL";
     }
 }
-
-}  // namespace xlstest
-
-namespace xlstest {
 
 // Header (4096 bytes) | large streams | mini stream | MiniFAT | directory | FAT; at most 109 FAT
 // sectors, which covers any fixture.

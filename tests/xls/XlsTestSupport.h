@@ -111,6 +111,9 @@ private:
 Bytes le16(std::initializer_list<unsigned> values);
 Bytes le32(std::initializer_list<uint32_t> values);
 Bytes cat(std::initializer_list<Bytes> parts);
+// Little-endian fields read back, at a byte offset (out of range: std::out_of_range).
+uint16_t u16at(const Bytes& bytes, size_t at);
+uint32_t u32at(const Bytes& bytes, size_t at);
 
 // A compound file (version 3) holding the given streams under the root, in this order.
 Bytes compoundFile(const std::vector<std::pair<std::string, Bytes>>& streams);
