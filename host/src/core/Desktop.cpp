@@ -20,7 +20,8 @@ namespace {
 
 // The plug-in names a Windows path (GBK, "D:\out\A100.xls"): a drive letter goes through the
 // drive table VORNADEL_DRIVES ("D=/srv/d;E=/mnt/e"), as the platform layer maps paths for files;
-// anything else is used as it stands.
+// anything else is used as it stands. A copy of the platform layer's lookup, because the host does
+// not link the platform layer (docs/host.md says so).
 std::string PathToOpen(const std::string& windowsPath) {
     std::string path = host::GbkToUtf8(windowsPath);
     for (char& c : path)
