@@ -21,11 +21,6 @@ std::string& BomHeadInfo::Field(int i)
     return *fields[i];
 }
 
-const char* BomHeadInfo::Title(int i)
-{
-    return kTitles[i];
-}
-
 void BomHeadInfo::ReadFromPart(NXOpen::Part* part)
 {
     for (int i = 0; i < FieldCount; ++i) {

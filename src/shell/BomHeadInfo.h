@@ -32,9 +32,6 @@ struct BomHeadInfo {
     // Fills every field from the part's string attribute of its title; a missing attribute, or
     // one of another type under that title, leaves the field empty.
     void ReadFromPart(NXOpen::Part* part);
-
-    // The attribute title of field i.
-    static const char* Title(int i);
 };
 
 #endif
