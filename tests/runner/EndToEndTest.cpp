@@ -403,6 +403,28 @@ TEST(RunnerEnvironment, OptionsReachThePlugin) {
     EXPECT_TRUE(HasLine(run, Event("desktop C:\\Users\\d\\Desktop"))) << "--desktop";
 }
 
+TEST(RunnerEnvironment, DriveTableIsTheBundledDriveThenTheProcessTableThenDriveOptions) {
+    const std::filesystem::path dir = runnertest::Scratch("drive-table");
+    std::filesystem::create_directories(dir / "with");
+    std::filesystem::create_directories(dir / "without");
+    runnertest::WriteText(dir / "with" / "probe.txt", "x");
+    const std::string with = (dir / "with").string();
+    const std::string without = (dir / "without").string();
+    auto probe = [](const std::vector<std::string>& args, const std::string& table) {
+        std::vector<std::string> all = args;
+        all.insert(all.end(), {"-e", "press button04", "-e", "close"});
+        return RunTestPlugin(all, {"VORNADEL_DRIVES=" + table});
+    };
+    EXPECT_TRUE(HasLine(probe({"--config", "V:"}, "V=" + with), Event("probe found")))
+        << "the process's own VORNADEL_DRIVES maps V:";
+    EXPECT_TRUE(HasLine(probe({"--config", "V:"}, "V=" + without), Event("probe missing")))
+        << "the probe is found only where it is";
+    EXPECT_TRUE(HasLine(probe({"--config", "D:"}, "D=" + with), Event("probe found")))
+        << "the process's own table replaces the bundled drive D:";
+    EXPECT_TRUE(HasLine(probe({"--config", "V:", "--drive", "V=" + with}, "V=" + without), Event("probe found")))
+        << "--drive replaces the process's own mapping of the letter";
+}
+
 TEST(RunnerEnvironment, DefaultsAreTheBundledSamples) {
     const HostRun run = RunTestPlugin({"-e", "press button04", "-e", "close"});
     const std::string samples = (runnertest::SourceFolder() / "samples").string();
