@@ -2,11 +2,8 @@
 
 #include <stdlib.h>
 
-#include <cctype>
-
 #include <filesystem>
 #include <fstream>
-#include <map>
 #include <memory>
 #include <optional>
 #include <sstream>
@@ -268,25 +265,13 @@ std::string Absolute(const std::string& path) {
     return ec ? path : absolute.lexically_normal().string();
 }
 
-// VORNADEL_DRIVES: the bundled drive D, then the process's own table, then --drive; later wins.
+// VORNADEL_DRIVES: the bundled drive D, then the process's own table, then --drive. A later
+// entry for a letter replaces an earlier one wherever the table is read, so the entries are
+// simply put one after the other.
 std::string DriveTable(const Options& options, const Installation& installation) {
-    std::map<char, std::string> drives;
-    drives['D'] = installation.sourceRoot + "/samples/drive-d";
-    if (const char* table = getenv("VORNADEL_DRIVES")) {
-        std::stringstream entries(table);
-        std::string entry;
-        while (std::getline(entries, entry, ';')) {
-            if (entry.size() >= 2 && entry[1] == '=' && std::isalpha(static_cast<unsigned char>(entry[0]))) {
-                drives[static_cast<char>(std::toupper(static_cast<unsigned char>(entry[0])))] = entry.substr(2);
-            }
-        }
-    }
-    for (const auto& [letter, folder] : options.drives) drives[letter] = Absolute(folder);
-    std::string table;
-    for (const auto& [letter, folder] : drives) {
-        if (!table.empty()) table += ';';
-        table += std::string(1, letter) + "=" + folder;
-    }
+    std::string table = "D=" + installation.sourceRoot + "/samples/drive-d";
+    if (const char* own = getenv("VORNADEL_DRIVES")) table += std::string(";") + own;
+    for (const auto& [letter, folder] : options.drives) table += ";" + std::string(1, letter) + "=" + Absolute(folder);
     return table;
 }
 
