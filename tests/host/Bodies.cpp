@@ -127,6 +127,13 @@ TEST_F(Bodies, TypeOfABodyIsSolidBody) {
     EXPECT_EQ(UF_solid_body_subtype, subtype) << "NX: with the body subtype 0";
 }
 
+TEST_F(Bodies, TypeOfThePartIsPart) {
+    int type = -1, subtype = -1;
+    EXPECT_EQ(0, UF_OBJ_ask_type_and_subtype(part_->Tag(), &type, &subtype)) << "NX: asking succeeds";
+    EXPECT_EQ(2, type) << "NX: a part is of the part type 2";
+    EXPECT_EQ(0, subtype) << "NX: with subtype 0";
+}
+
 TEST_F(Bodies, FindObjectByJournalIdentifier) {
     NXOpen::Body* body = Body(1003);
     EXPECT_EQ(body, part_->Bodies()->FindObject(body->JournalIdentifier())) << "NX: found by its journal identifier";

@@ -227,7 +227,7 @@ TEST_F(CreateDialog, ReadsEntitiesCommentsBomAndBothWrapperForms) {
 
 TEST_F(CreateDialog, CharacterReferencesOfEveryUtf8LengthDecode) {
     WriteFile("Refs.dlx", OneButton("&#x41;&#xE9;&#x8BA2;&#x1F600;"));
-    EXPECT_EQ("A\xA8\xA6订?", TitleOf("Refs.dlx"))
+    EXPECT_EQ("A\xA8\xA6订?", TitleOf("Refs.dlx"))  // \xA8\xA6: é in GBK
         << "host: one-, two-, three- and four-byte characters; the last has no GBK form and becomes one ?";
 }
 

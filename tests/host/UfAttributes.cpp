@@ -97,6 +97,32 @@ TEST_F(UfAttr, ReadValueAsStringCopiesIntoTheCallersBuffer) {
     EXPECT_STREQ("4", buffer) << "NX: the value is copied into it";
 }
 
+TEST_F(UfAttr, ReadValueAsStringWithoutABufferAllocatesTheString) {
+    UF_ATTR_value_t v;
+    v.type = 12345;
+    v.value.string = nullptr;
+    char title[] = "名称";
+    EXPECT_EQ(0, UF_ATTR_read_value(body_, title, UF_ATTR_string, &v)) << "NX: reading succeeds";
+    EXPECT_EQ(UF_ATTR_string, v.type) << "NX: a string attribute";
+    ASSERT_NE(nullptr, v.value.string) << "host: with no buffer given the string is allocated for the caller";
+    EXPECT_STREQ("内六角螺钉", v.value.string) << "NX: the value in the code page";
+    UF_free(v.value.string);
+}
+
+TEST_F(UfAttr, ReadValueAsStringIntoABufferCopiesAt132Bytes) {
+    std::string value(200, 'a');
+    Body(1001)->SetUserAttribute("备注", -1, value.c_str(), NXOpen::Update::OptionNow);
+    char buffer[UF_ATTR_MAX_STRING_LEN + 8];
+    std::memset(buffer, 'x', sizeof buffer);
+    UF_ATTR_value_t v;
+    v.type = 12345;
+    v.value.string = buffer;
+    char title[] = "备注";
+    UF_ATTR_read_value(body_, title, UF_ATTR_string, &v);
+    EXPECT_EQ(std::string(UF_ATTR_MAX_STRING_LEN, 'a'), buffer) << "host: at most 132 bytes and a NUL are copied";
+    EXPECT_EQ('x', buffer[UF_ATTR_MAX_STRING_LEN + 1]) << "host: nothing is written after the NUL";
+}
+
 TEST_F(UfAttr, ReadValueOfUnknownTagFailsAndWritesNothing) {
     UF_ATTR_value_t v;
     v.type = 12345;
@@ -158,6 +184,12 @@ TEST_F(UfAttr, AssignTitleOf51BytesIsRefused) {
     std::string title(UF_ATTR_MAX_TITLE_LEN + 1, 't');
     EXPECT_NE(0, UF_ATTR_assign(body_, title.data(), StringValue("x"))) << "NX: a title has at most 50 bytes";
     EXPECT_FALSE(Body(1001)->HasUserAttribute(title.c_str(), NXObject::AttributeTypeAny, -1)) << "host: nothing written";
+}
+
+TEST_F(UfAttr, AssignEmptyTitleIsRefused) {
+    char title[] = "";
+    EXPECT_NE(0, UF_ATTR_assign(body_, title, StringValue("x"))) << "NX: an attribute needs a title";
+    EXPECT_EQ(3u, Body(1001)->GetUserAttributes().size()) << "host: nothing written";
 }
 
 TEST_F(UfAttr, AssignTitleOf50BytesIsAccepted) {
