@@ -1,7 +1,6 @@
 #include "stdparts/StdPartStore.h"
 
 #include "platform/BodyInfo.h"
-#include "stdparts/StdPartRecords.h"
 #include "stdparts/TreeReadBack.h"
 
 StdPartStore::StdPartStore()
