@@ -2,16 +2,15 @@
 // what it printed.
 #pragma once
 
-#include <sys/wait.h>
-#include <fcntl.h>
 #include <unistd.h>
 
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
-#include <sstream>
 #include <string>
 #include <vector>
+
+#include "Process.h"
 
 namespace runnertest {
 
@@ -39,13 +38,6 @@ inline std::string FixturePart(const char* name) {
     return (SourceFolder() / "tests/runner/parts" / name).string();
 }
 
-inline std::string ReadText(const std::filesystem::path& path) {
-    std::ifstream in(path, std::ios::binary);
-    std::ostringstream content;
-    content << in.rdbuf();
-    return content.str();
-}
-
 inline void WriteText(const std::filesystem::path& path, const std::string& text) {
     std::ofstream(path, std::ios::binary) << text;
 }
@@ -65,26 +57,10 @@ inline HostRun RunHost(const std::vector<std::string>& args, const std::vector<s
                        const std::string& input = "") {
     const std::filesystem::path dir = Scratch("process");
     WriteText(dir / "in", input);
-    const pid_t pid = fork();
-    if (pid == 0) {
-        const int in = open((dir / "in").c_str(), O_RDONLY);
-        const int out = open((dir / "out").c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0644);
-        const int err = open((dir / "err").c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0644);
-        dup2(in, 0);
-        dup2(out, 1);
-        dup2(err, 2);
-        if (chdir(SourceFolder().c_str()) != 0) _exit(126);
-        for (const std::string& e : env) putenv(const_cast<char*>(e.c_str()));
-        const std::string exe = (BinaryFolder() / "vornadel-host").string();
-        std::vector<char*> argv{const_cast<char*>(exe.c_str())};
-        for (const std::string& a : args) argv.push_back(const_cast<char*>(a.c_str()));
-        argv.push_back(nullptr);
-        execv(exe.c_str(), argv.data());
-        _exit(127);
-    }
+    std::vector<std::string> all{(BinaryFolder() / "vornadel-host").string()};
+    all.insert(all.end(), args.begin(), args.end());
     HostRun run;
-    int status = 0;
-    if (waitpid(pid, &status, 0) == pid && WIFEXITED(status)) run.status = WEXITSTATUS(status);
+    run.status = Spawn(all, env, dir / "in", dir / "out", dir / "err", SourceFolder());
     run.out = ReadText(dir / "out");
     run.err = ReadText(dir / "err");
     return run;
@@ -99,15 +75,6 @@ inline HostRun RunTestPlugin(const std::vector<std::string>& args, const std::ve
                                  "--localappdata", home.string(), "--desktop", (home / "desktop").string()};
     all.insert(all.end(), args.begin(), args.end());
     return RunHost(all, env);
-}
-
-// The lines of a text, without their line ends.
-inline std::vector<std::string> Lines(const std::string& text) {
-    std::vector<std::string> lines;
-    std::istringstream in(text);
-    std::string line;
-    while (std::getline(in, line)) lines.push_back(line);
-    return lines;
 }
 
 // The line "message<TAB>testplugin<TAB>information<TAB>event".

@@ -15,21 +15,23 @@
 // Unless the options say otherwise the clock is pinned to 2000-01-01T00:00:00.000. With --update
 // the expected transcript is rewritten from the run.
 // Exit status: 0 same, 1 different, 2 the run could not be made.
-#include <sys/wait.h>
-#include <fcntl.h>
-#include <unistd.h>
-
+#include <algorithm>
 #include <filesystem>
 #include <fstream>
 #include <iostream>
-#include <algorithm>
 #include <map>
 #include <optional>
 #include <sstream>
 #include <string>
 #include <vector>
 
+#include "../Process.h"
+
 namespace fs = std::filesystem;
+
+using runnertest::Lines;
+using runnertest::ReadText;
+using runnertest::Spawn;
 
 namespace {
 
@@ -39,13 +41,6 @@ struct Header {
     std::vector<std::string> env;
     int exit = 0;
 };
-
-std::string ReadFile(const std::string& path) {
-    std::ifstream in(path, std::ios::binary);
-    std::ostringstream content;
-    content << in.rdbuf();
-    return content.str();
-}
 
 std::string Expand(std::string text, const std::map<std::string, std::string>& folders) {
     for (const auto& [name, folder] : folders) {
@@ -113,39 +108,6 @@ bool Has(const std::vector<std::string>& args, const std::string& option) {
     return false;
 }
 
-// Runs args with stdout and stderr into files; the exit status, or -1 when it did not exit.
-int Spawn(const std::vector<std::string>& args, const std::vector<std::string>& env, const std::string& outFile,
-          const std::string& errFile) {
-    const pid_t pid = fork();
-    if (pid < 0) return -1;
-    if (pid == 0) {
-        const int in = open("/dev/null", O_RDONLY);
-        const int out = open(outFile.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0644);
-        const int err = open(errFile.c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0644);
-        if (in < 0 || out < 0 || err < 0) _exit(127);
-        dup2(in, 0);
-        dup2(out, 1);
-        dup2(err, 2);
-        for (const std::string& e : env) putenv(const_cast<char*>(e.c_str()));
-        std::vector<char*> argv;
-        for (const std::string& a : args) argv.push_back(const_cast<char*>(a.c_str()));
-        argv.push_back(nullptr);
-        execv(argv[0], argv.data());
-        _exit(127);
-    }
-    int status = 0;
-    if (waitpid(pid, &status, 0) < 0 || !WIFEXITED(status)) return -1;
-    return WEXITSTATUS(status);
-}
-
-std::vector<std::string> Lines(const std::string& text) {
-    std::vector<std::string> lines;
-    std::istringstream in(text);
-    std::string line;
-    while (std::getline(in, line)) lines.push_back(line);
-    return lines;
-}
-
 void ReportDifferences(const std::string& expected, const std::string& actual) {
     const std::vector<std::string> e = Lines(expected);
     const std::vector<std::string> a = Lines(actual);
@@ -201,7 +163,7 @@ int main(int argc, char** argv) {
         std::cerr << "vornadel-transcript: no script " << script << '\n';
         return 2;
     }
-    const Header header = ReadHeader(ReadFile(script), folders);
+    const Header header = ReadHeader(ReadText(script), folders);
     std::vector<std::string> args = {given["runner"], "run"};
     if (!header.part.empty()) args.push_back(header.part);
     args.insert(args.end(), {"--drive", "C=" + (scratch / "c").string(), "--localappdata",
@@ -212,25 +174,25 @@ int main(int argc, char** argv) {
 
     const std::string outFile = (scratch / "actual.tsv").string();
     const std::string errFile = (scratch / "stderr.txt").string();
-    const int status = Spawn(args, header.env, outFile, errFile);
+    const int status = Spawn(args, header.env, "/dev/null", outFile, errFile);
     if (status < 0 || status == 127) {
         std::cerr << "vornadel-transcript: could not run " << args[0] << '\n';
         return 2;
     }
-    const std::string actual = ReadFile(outFile);
+    const std::string actual = ReadText(outFile);
     const std::string expectedFile = (fs::path(script).parent_path() / fs::path(script).stem()).string() + ".expected";
 
     bool same = true;
     if (status != header.exit) {
         std::cout << script << ": the runner exited with " << status << ", expected " << header.exit << '\n'
-                  << ReadFile(errFile);
+                  << ReadText(errFile);
         same = false;
     }
     if (update) {
         std::ofstream(expectedFile, std::ios::binary) << actual;
         std::cout << "wrote " << expectedFile << '\n';
     } else {
-        const std::string expected = ReadFile(expectedFile);
+        const std::string expected = ReadText(expectedFile);
         if (expected != actual) {
             std::cout << script << ": the transcript differs from " << expectedFile << " (whole output: " << outFile
                       << ")\n";
