@@ -1,4 +1,5 @@
-// update_cb: the dialog's reaction to every block event.
+// update_cb: NX calls it for every block event. The blocks' commands are not built: every event
+// is accepted and changes nothing.
 
 #include "shell/Vornadel.h"
 

@@ -1,6 +1,6 @@
 // The tree's handlers. Expanding and pre-selecting do nothing by design. In-place editing and
-// the group menu come with their own commit; until then no cell opens an editor, no edit or
-// option is accepted, and no menu is shown.
+// the group menu are not built: no cell opens an editor, no edit or option is accepted, and no
+// menu is shown.
 
 #include "shell/Vornadel.h"
 
