@@ -14,8 +14,9 @@ using namespace xlstest;
 
 namespace {
 
-// Writes the cells into the fixture's active sheet and compares xlrd's view of input and output.
-void checkWrite(const fs::path& fixture, const Written& cells)
+// Writes the cells into the fixture's active sheet and compares xlrd's view of input and output;
+// the Workbook stream written goes to *stream when asked for.
+void checkWrite(const fs::path& fixture, const Written& cells, Bytes* stream = nullptr)
 {
     TempDir dir;
     const fs::path out = dir / "out.xls";
@@ -23,7 +24,21 @@ void checkWrite(const fs::path& fixture, const Written& cells)
     xls::Book book;
     ASSERT_TRUE(book.load(fixture.c_str()));
     expectOnlyWrittenCellsChanged(xlrdDump(fixture), xlrdDump(out), book.activeSheet(), cells);
-    expectWellFormedStream(workbookStream(readBytes(out)), book.activeSheet());
+    const Bytes written = workbookStream(readBytes(out));
+    expectWellFormedStream(written, book.activeSheet());
+    if (stream != nullptr) *stream = written;
+}
+
+// DBCELL records, one per block of rows, in the first sheet of a Workbook stream.
+size_t rowBlocksOfFirstSheet(const Bytes& stream)
+{
+    const std::vector<Rec> recs = records(stream);
+    size_t i = 0, blocks = 0;
+    while (recs.at(i).type != 0x0085) ++i;
+    const uint32_t bof = u32at(recs[i].data, 0);
+    while (recs.at(i).pos != bof) ++i;
+    for (; recs.at(i).type != 0x000A; ++i) blocks += recs[i].type == 0x00D7 ? 1 : 0;
+    return blocks;
 }
 
 // Cells of the features workbook's sheet 明细 worth overwriting: numbers of a MULRK run, a
@@ -49,6 +64,22 @@ TEST(XlsSave, WritesTheBomIntoTheBundledTemplate) { checkWrite(bundledTemplate()
 TEST(XlsSave, WritesTheBomIntoATemplateGnumericMade) { checkWrite(dataDir() / "template-gnumeric.xls", bomCells(50)); }
 
 TEST(XlsSave, WritesTheHeadAloneWhenThereAreNoParts) { checkWrite(bundledTemplate(), bomCells(0)); }
+
+// Rows are grouped in blocks of 32 from row 0 of the template: 26 part rows (rows 6 to 31) end
+// the first block, a 27th (row 32) opens the second.
+TEST(XlsSave, WritesPartRowsThatEndTheFirstRowBlock)
+{
+    Bytes stream;
+    ASSERT_NO_FATAL_FAILURE(checkWrite(bundledTemplate(), bomCells(26), &stream));
+    EXPECT_EQ(1u, rowBlocksOfFirstSheet(stream)) << "rows 0 to 31: one block";
+}
+
+TEST(XlsSave, WritesAPartRowThatOpensTheSecondRowBlock)
+{
+    Bytes stream;
+    ASSERT_NO_FATAL_FAILURE(checkWrite(bundledTemplate(), bomCells(27), &stream));
+    EXPECT_EQ(2u, rowBlocksOfFirstSheet(stream)) << "rows 0 to 31, then row 32";
+}
 
 TEST(XlsSave, KeepsEverythingElseOfAWorkbookLibreOfficeMade)
 {
