@@ -84,3 +84,38 @@ TEST_F(XlsWorkbook, ReportsARefusedCell)
     EXPECT_STREQ("", book->errorMessage());
     book->release();
 }
+
+TEST_F(XlsWorkbook, ReportsAFailedSaveWithItsPath)
+{
+    Workbook* book = CreateXlsBook();
+    ASSERT_TRUE(book->load("X:\\导出\\模具标准件申购表.xls"));
+    EXPECT_FALSE(book->save("X:\\没有的文件夹\\a.xls"));
+    EXPECT_STREQ("X:\\没有的文件夹\\a.xls: cannot create a temporary file beside the workbook: No such file or directory",
+                 book->errorMessage());
+    book->release();
+}
+
+TEST_F(XlsWorkbook, GetSheetGivesNullForASheetThatIsNotThere)
+{
+    Workbook* book = CreateXlsBook();
+    ASSERT_TRUE(book->load("X:\\导出\\模具标准件申购表.xls"));
+    EXPECT_EQ(nullptr, book->getSheet(2));
+    EXPECT_STREQ("there is no sheet 2; the workbook has 2 sheets", book->errorMessage());
+    book->release();
+}
+
+TEST_F(XlsWorkbook, AFailedLoadKeepsTheBookAndItsSheets)
+{
+    const char* path = "X:\\导出\\模具标准件申购表.xls";
+    Workbook* book = CreateXlsBook();
+    ASSERT_TRUE(book->load(path));
+    Worksheet* sheet = book->getSheet(0);
+    ASSERT_NE(nullptr, sheet);
+    EXPECT_FALSE(book->load("X:\\导出\\没有这个文件.xls"));
+    EXPECT_TRUE(sheet->writeStr(6, 1, L"顶针")) << "the sheet of the book loaded before still takes cells";
+    EXPECT_EQ(sheet, book->getSheet(0)) << "and is still the book's sheet 0";
+    ASSERT_TRUE(book->save(path)) << book->errorMessage();
+    book->release();
+    Written cells = {{{6, 1}, u"顶针"}};
+    expectOnlyWrittenCellsChanged(xlrdDump(bundledTemplate()), xlrdDump(dir_ / u8"导出/模具标准件申购表.xls"), 0, cells);
+}
