@@ -36,7 +36,7 @@ if(VORNADEL_FUZZ)
 endif()
 
 # bench_xls_export: the workbook side of the BOM export timed for 100 to 60,000 part rows; run on
-# demand (libs/xls/README.md).
+# demand (bench/README.md).
 add_executable(bench_xls_export ${VORNADEL_ROOT}/bench/xls/ExportBench.cpp)
 vornadel_cxx17(bench_xls_export)
 target_compile_definitions(bench_xls_export PRIVATE VORNADEL_SOURCE_DIR="${VORNADEL_ROOT}")
