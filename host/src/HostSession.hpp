@@ -18,6 +18,9 @@ public:
     static void Assign(NXOpen::TaggedObject* obj, tag_t tag);
     // Registers obj under a new tag that no object uses.
     static tag_t AssignNew(NXOpen::TaggedObject* obj);
+    // A new tag that no object uses and none will: the Tag() of an NX helper object that is not a
+    // TaggedObject (collections, the layer manager, the listing window, the message box).
+    static tag_t Reserve();
     // Forgets obj (called when it is destroyed).
     static void Release(NXOpen::TaggedObject* obj);
     // The object with this tag, or NULL.

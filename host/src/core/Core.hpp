@@ -8,17 +8,11 @@
 #include <string>
 #include <vector>
 
-#include <NXOpen/TaggedObject.hxx>
-
 #include "platform/Desktop.h"
 
 namespace host::core {
 
 class PartImpl;
-
-// A fresh tag for an NX helper object that is not a TaggedObject but has a Tag() (collections,
-// the layer manager, the listing window). Never used by any other object.
-tag_t ReserveTag();
 
 // Everything ResetSession returns to its start.
 struct SessionState {

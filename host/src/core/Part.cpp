@@ -19,7 +19,7 @@
 
 namespace host::core {
 
-LayerManagerImpl::LayerManagerImpl() : tag(ReserveTag()) {
+LayerManagerImpl::LayerManagerImpl() : tag(Tags::Reserve()) {
     states.fill(NXOpen::Layer::StateSelectable);
     states[work] = NXOpen::Layer::StateWorkLayer;
 }
@@ -30,7 +30,7 @@ void LayerManagerImpl::MakeWork(int layer) {
     states[work] = NXOpen::Layer::StateWorkLayer;
 }
 
-BodyCollectionImpl::BodyCollectionImpl(PartImpl* owner) : part(owner), tag(ReserveTag()) {}
+BodyCollectionImpl::BodyCollectionImpl(PartImpl* owner) : part(owner), tag(Tags::Reserve()) {}
 
 namespace {
 

@@ -22,19 +22,19 @@ namespace {
 
 class PartCollectionImpl : public NXOpen::PartCollection {
 public:
-    PartCollectionImpl() : tag(ReserveTag()) {}
+    PartCollectionImpl() : tag(Tags::Reserve()) {}
     tag_t tag;
 };
 
 class ListingWindowImpl : public NXOpen::ListingWindow {
 public:
-    ListingWindowImpl() : tag(ReserveTag()) {}
+    ListingWindowImpl() : tag(Tags::Reserve()) {}
     tag_t tag;
 };
 
 class UpdateImpl : public NXOpen::Update {
 public:
-    UpdateImpl() : tag(ReserveTag()) {}
+    UpdateImpl() : tag(Tags::Reserve()) {}
     tag_t tag;
 };
 

@@ -10,7 +10,6 @@
 #include <NXOpen/TransientObject.hxx>
 
 #include "HostSession.hpp"
-#include "core/Core.hpp"
 
 namespace host {
 namespace {
@@ -64,15 +63,13 @@ void Tags::Release(NXOpen::TaggedObject* obj) {
     obj->m_tag = NULL_TAG;
 }
 
+tag_t Tags::Reserve() { return NextFreshTag(); }
+
 NXOpen::TaggedObject* Tags::Find(tag_t tag) {
     Registry& r = TheRegistry();
     auto found = r.objects.find(tag);
     return found == r.objects.end() ? nullptr : found->second;
 }
-
-namespace core {
-tag_t ReserveTag() { return NextFreshTag(); }
-}  // namespace core
 
 }  // namespace host
 

@@ -3,6 +3,7 @@
 #include <NXOpen/NXMessageBox.hxx>
 #include <NXOpen/UI.hxx>
 
+#include "HostSession.hpp"
 #include "ui/Ui.hpp"
 
 namespace host::ui {
@@ -10,7 +11,7 @@ namespace {
 
 class MessageBoxImpl : public NXOpen::NXMessageBox {
 public:
-    NXOpen::TaggedObject tag;
+    tag_t tag = Tags::Reserve();
 };
 
 std::string Lines(std::vector<NXOpen::NXString>& messages) {
@@ -66,6 +67,6 @@ int NXMessageBox::Show(const char* title, DialogType msgboxType, std::vector<NXS
     return host::ui::Show(Text(title), msgboxType, host::ui::Lines(messages));
 }
 
-tag_t NXMessageBox::Tag() const { return static_cast<const host::ui::MessageBoxImpl*>(this)->tag.Tag(); }
+tag_t NXMessageBox::Tag() const { return static_cast<const host::ui::MessageBoxImpl*>(this)->tag; }
 
 }  // namespace NXOpen

@@ -9,6 +9,7 @@
 #include <NXOpen/Selection.hxx>
 #include <NXOpen/UI.hxx>
 
+#include "HostSession.hpp"
 #include "ui/Ui.hpp"
 
 namespace host::ui {
@@ -18,7 +19,7 @@ using NXOpen::Selection;
 
 class SelectionImpl : public Selection {
 public:
-    NXOpen::TaggedObject tag;
+    tag_t tag = Tags::Reserve();
 };
 
 Selection::Response Ask(SelectionRequest request, std::vector<NXOpen::TaggedObject*>& objects) {
@@ -120,6 +121,6 @@ Selection::Response Selection::SelectTaggedObjects(const char* message, const ch
     return host::ui::Ask(Request(Text(message), Text(title), scope, action, includeFeatures, keepHighlighted, maskArray), objectArray);
 }
 
-tag_t Selection::Tag() const { return static_cast<const host::ui::SelectionImpl*>(this)->tag.Tag(); }
+tag_t Selection::Tag() const { return static_cast<const host::ui::SelectionImpl*>(this)->tag; }
 
 }  // namespace NXOpen
