@@ -37,6 +37,36 @@ std::vector<host::BlockView> SampleBlocks() {
             host::BlockView{"string031", "StringBlock", "产品材质", "group", "钢", {"钢", "铝"}}};
 }
 
+runner::PartView SamplePart() {
+    runner::PartView part;
+    part.leaf = "A100";
+    part.attributes = {{"订单编号", "string", "SO-1"}, {"版本", "integer", "3"}};
+    part.layers = {{1, "work"}, {30, "hidden"}};
+    runner::BodyView body;
+    body.tag = 1001;
+    body.layer = 10;
+    body.colour = 6;
+    body.blanked = true;
+    body.attributes = {{"名称", "string", "内六角\t螺钉"}};
+    part.bodies = {body};
+    return part;
+}
+
+host::SelectionRequest SampleSelection() {
+    return {"选择标准件", "选择", NXOpen::Selection::SelectionScopeWorkPart,
+            NXOpen::Selection::SelectionActionClearAndEnableSpecific, false, false, {}};
+}
+
+// Every event line the runner prints besides message boxes, in one format.
+std::string PrintEvents(Format format) {
+    return Print(format, [](Printer& p) {
+        p.EditRefused({1, 2}, 3, u8"文本");
+        p.MenuRefused({2, 0}, 5, "disabled");
+        p.Opened("D:\\out\\测试.xls");
+        p.Selection(SampleSelection());
+    });
+}
+
 }  // namespace
 
 TEST(RunnerOutput, TsvFieldEscapesOnlyTabAndNewline) {
@@ -97,18 +127,7 @@ TEST(RunnerOutput, MessagesNameTheirType) {
 }
 
 TEST(RunnerOutput, TsvPartListsAttributesLayersAndBodies) {
-    runner::PartView part;
-    part.leaf = "A100";
-    part.attributes = {{"订单编号", "string", "SO-1"}, {"版本", "integer", "3"}};
-    part.layers = {{1, "work"}, {30, "hidden"}};
-    runner::BodyView body;
-    body.tag = 1001;
-    body.layer = 10;
-    body.colour = 6;
-    body.blanked = true;
-    body.attributes = {{"名称", "string", "内六角\t螺钉"}};
-    part.bodies = {body};
-    const std::string out = Print(Format::Tsv, [&](Printer& p) { p.Part(part); });
+    const std::string out = Print(Format::Tsv, [](Printer& p) { p.Part(SamplePart()); });
     const std::string expected =
         u8"part\tA100\n"
         u8"attribute\tpart\t订单编号\tstring\tSO-1\n"
@@ -121,18 +140,48 @@ TEST(RunnerOutput, TsvPartListsAttributesLayersAndBodies) {
 }
 
 TEST(RunnerOutput, RefusalsAndEventsHaveTheirOwnLines) {
-    const std::string out = Print(Format::Tsv, [](Printer& p) {
-        p.EditRefused({1, 2}, 3, u8"文本");
-        p.MenuRefused({2, 0}, 5, "disabled");
-        p.Opened("D:\\out\\测试.xls");
-        host::SelectionRequest request{"选择标准件", "选择", NXOpen::Selection::SelectionScopeWorkPart,
-                                       NXOpen::Selection::SelectionActionClearAndEnableSpecific, false, false, {}};
-        p.Selection(request);
-    });
+    const std::string out = PrintEvents(Format::Tsv);
     const std::string expected =
         u8"edit-refused\t1.2\t3\t文本\n"
         u8"menu-refused\t2\t5\tdisabled\n"
         u8"open\tD:\\out\\测试.xls\n"
         u8"selection\t选择\t选择标准件\n";
     EXPECT_EQ(expected, out) << "one line per event, its kind first";
+}
+
+TEST(RunnerOutput, TextPartIsAnIndentedList) {
+    const std::string out = Print(Format::Text, [](Printer& p) { p.Part(SamplePart()); });
+    const std::string expected =
+        u8"Part A100\n"
+        u8"  订单编号 = SO-1\n"
+        u8"  版本 = 3 (integer)\n"
+        u8"  layer 1: work\n"
+        u8"  layer 30: hidden\n"
+        u8"  body 1001: layer 10, colour 6, blanked\n"
+        u8"    名称 = 内六角\t螺钉\n";
+    EXPECT_EQ(expected, out) << "attributes under their owner, a type other than string named, nothing escaped";
+}
+
+TEST(RunnerOutput, TextEventsAreSentences) {
+    const std::string expected =
+        u8"The cell of row 1.2, column 3 did not take the text.\n"
+        u8"Menu item 5 on row 2 is disabled: nothing runs.\n"
+        u8"Opened with its program: D:\\out\\测试.xls\n"
+        u8"Selection dialog: 选择: 选择标准件\n";
+    EXPECT_EQ(expected, PrintEvents(Format::Text)) << "one sentence per event";
+}
+
+TEST(RunnerOutput, TextSaysWhenThereIsNothingToShow) {
+    runner::TreeView empty = SampleTree();
+    empty.rows.clear();
+    const std::string tree = Print(Format::Text, [&](Printer& p) { p.Tree(empty); });
+    EXPECT_EQ(u8"名称  数量  colour  body\n------------------------\n(no rows)\n", tree)
+        << "the header, then a line saying the tree has no rows";
+    EXPECT_EQ("(no messages)\n", Print(Format::Text, [](Printer& p) { p.Messages({}); }))
+        << "show messages before any message box";
+    EXPECT_EQ("", Print(Format::Tsv, [](Printer& p) {
+                  p.Tree(runner::TreeView());
+                  p.Messages({});
+              }))
+        << "tsv prints no line for an empty tree or no messages";
 }
