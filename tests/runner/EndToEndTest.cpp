@@ -289,12 +289,28 @@ TEST(RunnerCommands, CommandsAfterCloseRunWithoutTheDialog) {
 }
 
 TEST(RunnerCommands, ScriptFromStandardInput) {
-    const std::filesystem::path home = runnertest::Scratch("stdin-home");
-    const HostRun run = RunHost({"run", FixturePart("bracket.part.json"), "--plugin", runnertest::TestPlugin(),
-                                 "--format", "tsv", "--localappdata", home.string(), "--script", "-"},
-                                {}, "press button03\nclose\n");
+    const HostRun run =
+        RunTestPlugin({"--script", "-"}, {}, FixturePart("bracket.part.json"), "press button03\nclose\n");
     EXPECT_EQ(0, run.status) << "--script - reads standard input";
     EXPECT_TRUE(HasLine(run, Event("update_cb button03"))) << "its commands ran";
+}
+
+TEST(RunnerCommands, StandardInputThatIsNotATerminalIsAScript) {
+    const HostRun run = RunTestPlugin({}, {}, FixturePart("bracket.part.json"), "press button03\nclick 9\nclose\n");
+    EXPECT_TRUE(HasLine(run, Event("update_cb button03"))) << "without --script and -e the commands come from standard input";
+    EXPECT_FALSE(Contains(run.out, "vornadel>")) << "no prompt when standard input is not a terminal";
+    EXPECT_EQ(1, run.status) << "a failing command ends the run, as in a script";
+    EXPECT_TRUE(Contains(run.err, "standard input:2: the tree has no row 9")) << "the place is standard input's line";
+}
+
+TEST(RunnerCommands, FailingScriptCommandIsNamedByItsFileAndLine) {
+    const std::filesystem::path script = runnertest::Scratch("failing-script") / "steps.txt";
+    runnertest::WriteText(script, "# first press, then a row the tree lacks\npress button03\nclick 9\nshow part\n");
+    const HostRun run = RunTestPlugin({"--script", script.string()});
+    EXPECT_EQ(1, run.status) << "a failing command fails the run";
+    EXPECT_TRUE(Contains(run.err, script.string() + ":3: the tree has no row 9"))
+        << "the script and the line, comment lines counted";
+    EXPECT_FALSE(HasLine(run, "part\tbracket")) << "nothing after it runs";
 }
 
 // ---- output ------------------------------------------------------------------------------------
@@ -343,6 +359,16 @@ TEST(RunnerOutput, TsvPartOfTheFixture) {
         << "part, attributes, the work layer and the layers that are not selectable, bodies with their attributes";
 }
 
+TEST(RunnerOutput, RealAttributesInTheirShortestExactForm) {
+    const std::filesystem::path part = runnertest::Scratch("real") / "real.part.json";
+    runnertest::WriteText(part, u8R"({"format": "vornadel-part/1", "leaf": "real",
+        "attributes": {"重量": {"real": 0.1}, "长度": {"real": 20}},
+        "work_layer": 1, "layer_states": {}, "bodies": []})");
+    const HostRun run = RunTestPlugin({"-e", "close", "-e", "show part"}, {}, part.string());
+    EXPECT_TRUE(HasLine(run, u8"attribute\tpart\t重量\treal\t0.1")) << "0.1, not 0.10000000000000001";
+    EXPECT_TRUE(HasLine(run, u8"attribute\tpart\t长度\treal\t20")) << "a whole number without a decimal point";
+}
+
 TEST(RunnerOutput, TextIsTheDefaultFormat) {
     const std::filesystem::path home = runnertest::Scratch("text-home");
     const HostRun run = RunHost({"run", FixturePart("bracket.part.json"), "--plugin", runnertest::TestPlugin(),
@@ -384,6 +410,12 @@ TEST(RunnerSave, FailedRunSavesNothing) {
     EXPECT_EQ(before, runnertest::ReadText(part)) << "a failed run leaves the part file alone";
 }
 
+TEST(RunnerSave, FailedSaveExitsWithOneAndNamesTheFile) {
+    const HostRun run = RunTestPlugin({"-e", "close", "--save", "/nonexistent/out.part.json"});
+    EXPECT_EQ(1, run.status) << "a save that fails fails the run";
+    EXPECT_TRUE(Contains(run.err, "/nonexistent/out.part.json: cannot be written")) << "the host's message names the file";
+}
+
 TEST(RunnerClock, TimePinsTheLocalClock) {
     const HostRun run = RunTestPlugin({"--time", "2024-05-06T07:08:09.010", "-e", "press button03", "-e", "close"});
     EXPECT_TRUE(HasLine(run, Event("time 2024-05-06 07:08:09.010"))) << "the plug-in reads the pinned time";
@@ -423,6 +455,19 @@ TEST(RunnerEnvironment, DriveTableIsTheBundledDriveThenTheProcessTableThenDriveO
         << "the process's own table replaces the bundled drive D:";
     EXPECT_TRUE(HasLine(probe({"--config", "V:", "--drive", "V=" + with}, "V=" + without), Event("probe found")))
         << "--drive replaces the process's own mapping of the letter";
+}
+
+TEST(RunnerEnvironment, LocalAppDataIsTheProcessOwnElseAFolderUnderHome) {
+    const std::filesystem::path dir = runnertest::Scratch("local-app-data");
+    const std::vector<std::string> args = {"run", FixturePart("bracket.part.json"), "--plugin", runnertest::TestPlugin(),
+                                           "--format", "tsv", "-e", "press button04", "-e", "close"};
+    const std::string own = (dir / "own").string();
+    EXPECT_TRUE(HasLine(RunHost(args, {"LOCALAPPDATA=" + own}), Event("LOCALAPPDATA " + own)))
+        << "without --localappdata the process's own LOCALAPPDATA";
+    const std::filesystem::path folder = dir / "home/.local/share/vornadel";
+    const HostRun home = RunHost(args, {"LOCALAPPDATA", "HOME=" + (dir / "home").string()});
+    EXPECT_TRUE(HasLine(home, Event("LOCALAPPDATA " + folder.string()))) << "without either, a folder under HOME";
+    EXPECT_TRUE(std::filesystem::is_directory(folder)) << "the folder under HOME is made";
 }
 
 TEST(RunnerEnvironment, DefaultsAreTheBundledSamples) {

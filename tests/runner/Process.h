@@ -32,9 +32,9 @@ inline std::vector<std::string> Lines(const std::string& text) {
 }
 
 // Runs the program args[0] with args: standard input read from inFile, standard output and
-// errors written to outFile and errFile, env entries ("NAME=VALUE") added to its environment, in
-// folder when one is given. Its exit status; 127 when it could not be started, -1 when it did
-// not exit normally.
+// errors written to outFile and errFile, in folder when one is given. Each env entry "NAME=VALUE"
+// is added to its environment; an entry "NAME" without "=" removes NAME from it. Its exit
+// status; 127 when it could not be started, -1 when it did not exit normally.
 inline int Spawn(const std::vector<std::string>& args, const std::vector<std::string>& env, const std::string& inFile,
                  const std::string& outFile, const std::string& errFile, const std::string& folder = "") {
     const pid_t pid = fork();
@@ -48,7 +48,13 @@ inline int Spawn(const std::vector<std::string>& args, const std::vector<std::st
         dup2(out, 1);
         dup2(err, 2);
         if (!folder.empty() && chdir(folder.c_str()) != 0) _exit(127);
-        for (const std::string& e : env) putenv(const_cast<char*>(e.c_str()));
+        for (const std::string& e : env) {
+            if (e.find('=') == std::string::npos) {
+                unsetenv(e.c_str());
+            } else {
+                putenv(const_cast<char*>(e.c_str()));
+            }
+        }
         std::vector<char*> argv;
         for (const std::string& a : args) argv.push_back(const_cast<char*>(a.c_str()));
         argv.push_back(nullptr);

@@ -51,8 +51,8 @@ inline std::filesystem::path Scratch(const std::string& name) {
     return dir;
 }
 
-// Runs vornadel-host with args; env entries ("NAME=VALUE") are added to its environment, input
-// is its standard input. Runs from the checkout's root.
+// Runs vornadel-host with args; env entries ("NAME=VALUE") are added to its environment ("NAME"
+// removes NAME), input is its standard input. Runs from the checkout's root.
 inline HostRun RunHost(const std::vector<std::string>& args, const std::vector<std::string>& env = {},
                        const std::string& input = "") {
     const std::filesystem::path dir = Scratch("process");
@@ -67,14 +67,14 @@ inline HostRun RunHost(const std::vector<std::string>& args, const std::vector<s
 }
 
 // The runner on the test plug-in and a part (default: the fixture bracket.part.json) in tsv, with
-// LOCALAPPDATA and the desktop kept in a scratch folder, then args.
+// LOCALAPPDATA and the desktop kept in a scratch folder, then args; input is its standard input.
 inline HostRun RunTestPlugin(const std::vector<std::string>& args, const std::vector<std::string>& env = {},
-                             const std::string& part = FixturePart("bracket.part.json")) {
+                             const std::string& part = FixturePart("bracket.part.json"), const std::string& input = "") {
     const std::filesystem::path home = Scratch("home");
     std::vector<std::string> all{"run", part, "--plugin", TestPlugin(), "--format", "tsv",
                                  "--localappdata", home.string(), "--desktop", (home / "desktop").string()};
     all.insert(all.end(), args.begin(), args.end());
-    return RunHost(all, env);
+    return RunHost(all, env, input);
 }
 
 // The line "message<TAB>testplugin<TAB>information<TAB>event".
