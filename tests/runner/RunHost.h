@@ -42,10 +42,23 @@ inline void WriteText(const std::filesystem::path& path, const std::string& text
     std::ofstream(path, std::ios::binary) << text;
 }
 
+// The folder of this test process's scratch folders, removed when the process ends.
+inline const std::filesystem::path& ScratchRoot() {
+    struct Root {
+        std::filesystem::path path =
+            std::filesystem::temp_directory_path() / ("vornadel-runner-" + std::to_string(getpid()));
+        ~Root() {
+            std::error_code ignored;
+            std::filesystem::remove_all(path, ignored);
+        }
+    };
+    static const Root root;
+    return root.path;
+}
+
 // A folder of its own for one test, emptied first.
 inline std::filesystem::path Scratch(const std::string& name) {
-    const std::filesystem::path dir = std::filesystem::temp_directory_path() /
-                                      ("vornadel-runner-" + std::to_string(getpid())) / name;
+    const std::filesystem::path dir = ScratchRoot() / name;
     std::filesystem::remove_all(dir);
     std::filesystem::create_directories(dir);
     return dir;
