@@ -3,33 +3,18 @@
 
 #include "StdPartsFixture.hpp"
 
-
 using namespace stdparts_test;
 
 namespace {
 
 class BodyMatching : public StdPartsFixture {
 protected:
-    // Wraps the bodies of the given tags; the wrappers live as long as the test.
-    std::vector<BodyInfo*> Wrap(const std::vector<unsigned>& tags)
+    // GetSameBodys of the reference's body against the candidates' bodies, as tags.
+    std::vector<unsigned> SameSolids(unsigned reference, const std::vector<unsigned>& candidates, bool flag = false)
     {
-        std::vector<BodyInfo*> infos;
-        for (unsigned tag : tags) {
-            owned_.push_back(std::make_unique<BodyInfo>(Body(tag)));
-            infos.push_back(owned_.back().get());
-        }
-        return infos;
+        std::vector<BodyInfo*> infos = Wrap(candidates);
+        return Tags(Wrap({reference})[0]->GetSameBodys(infos, flag));
     }
-
-    static std::vector<unsigned> Tags(const std::vector<BodyInfo*>& infos)
-    {
-        std::vector<unsigned> tags;
-        for (BodyInfo* info : infos)
-            tags.push_back(info->GetBody()->Tag());
-        return tags;
-    }
-
-    std::vector<std::unique_ptr<BodyInfo>> owned_;
 };
 
 TEST_F(BodyMatching, GetBodyGivesTheWrappedBody)
@@ -44,9 +29,7 @@ TEST_F(BodyMatching, MovedCopyIsTheSameSolid)
     BodySpec copy{1002, Marked()};
     copy.at = {250, -40, 75};
     LoadBodies({{1001, Marked()}, copy});
-    std::vector<BodyInfo*> infos = Wrap({1001, 1002});
-    std::vector<BodyInfo*> candidates = {infos[1]};
-    EXPECT_EQ(std::vector<unsigned>{1002}, Tags(infos[0]->GetSameBodys(candidates, false)));
+    EXPECT_EQ(std::vector<unsigned>{1002}, SameSolids(1001, {1002}));
 }
 
 TEST_F(BodyMatching, RotatedCopyIsTheSameSolid)
@@ -55,9 +38,7 @@ TEST_F(BodyMatching, RotatedCopyIsTheSameSolid)
     copy.at = {10, 20, 30};
     copy.rotate = {37, 90, 12};
     LoadBodies({{1001, Marked()}, copy});
-    std::vector<BodyInfo*> infos = Wrap({1001, 1002});
-    std::vector<BodyInfo*> candidates = {infos[1]};
-    EXPECT_EQ(std::vector<unsigned>{1002}, Tags(infos[0]->GetSameBodys(candidates, false)));
+    EXPECT_EQ(std::vector<unsigned>{1002}, SameSolids(1001, {1002}));
 }
 
 TEST_F(BodyMatching, ScrewOneSizeLongerIsAnotherSolid)
@@ -65,9 +46,7 @@ TEST_F(BodyMatching, ScrewOneSizeLongerIsAnotherSolid)
     BodySpec longer{1002, Marked()};
     longer.solid = Screw(6, 25);
     LoadBodies({{1001, Marked()}, longer});
-    std::vector<BodyInfo*> infos = Wrap({1001, 1002});
-    std::vector<BodyInfo*> candidates = {infos[1]};
-    EXPECT_TRUE(infos[0]->GetSameBodys(candidates, false).empty()) << "M6x20 and M6x25 differ in volume";
+    EXPECT_TRUE(SameSolids(1001, {1002}).empty()) << "M6x20 and M6x25 differ in volume";
 }
 
 TEST_F(BodyMatching, PinFiveMillimetresLongerOfFourHundredIsAnotherSolid)
@@ -77,9 +56,7 @@ TEST_F(BodyMatching, PinFiveMillimetresLongerOfFourHundredIsAnotherSolid)
     BodySpec longer{1002, Marked()};
     longer.solid = Stack({{8, 4}, {4, 405}});
     LoadBodies({pin, longer});
-    std::vector<BodyInfo*> infos = Wrap({1001, 1002});
-    std::vector<BodyInfo*> candidates = {infos[1]};
-    EXPECT_TRUE(infos[0]->GetSameBodys(candidates, false).empty()) << "about 1% apart: far above the tolerance";
+    EXPECT_TRUE(SameSolids(1001, {1002}).empty()) << "about 1% apart: far above the tolerance";
 }
 
 TEST_F(BodyMatching, BoxesOfEqualVolumeButAnotherShapeDiffer)
@@ -89,9 +66,7 @@ TEST_F(BodyMatching, BoxesOfEqualVolumeButAnotherShapeDiffer)
     BodySpec slab{1002, Marked()};
     slab.solid = Box(10, 40, 20);
     LoadBodies({cube, slab});
-    std::vector<BodyInfo*> infos = Wrap({1001, 1002});
-    std::vector<BodyInfo*> candidates = {infos[1]};
-    EXPECT_TRUE(infos[0]->GetSameBodys(candidates, false).empty()) << "same volume, other area and moments";
+    EXPECT_TRUE(SameSolids(1001, {1002}).empty()) << "same volume, other area and moments";
 }
 
 TEST_F(BodyMatching, BoxTurnedOntoAnotherFaceIsTheSameSolid)
@@ -102,9 +77,7 @@ TEST_F(BodyMatching, BoxTurnedOntoAnotherFaceIsTheSameSolid)
     turned.tag = 1002;
     turned.rotate = {90, 0, 90};
     LoadBodies({block, turned});
-    std::vector<BodyInfo*> infos = Wrap({1001, 1002});
-    std::vector<BodyInfo*> candidates = {infos[1]};
-    EXPECT_EQ(std::vector<unsigned>{1002}, Tags(infos[0]->GetSameBodys(candidates, false)))
+    EXPECT_EQ(std::vector<unsigned>{1002}, SameSolids(1001, {1002}))
         << "principal moments do not depend on which axis is which";
 }
 
@@ -125,17 +98,13 @@ TEST_F(BodyMatching, ResultKeepsCandidateOrderAndLeavesTheCandidatesUnchanged)
 TEST_F(BodyMatching, CandidateWrappingTheSameBodyMatches)
 {
     LoadBodies({{1001, Marked()}});
-    std::vector<BodyInfo*> infos = Wrap({1001, 1001});
-    std::vector<BodyInfo*> candidates = {infos[1]};
-    EXPECT_EQ(1u, infos[0]->GetSameBodys(candidates, false).size());
+    EXPECT_EQ(std::vector<unsigned>{1001}, SameSolids(1001, {1001})) << "another wrapper of the same body";
 }
 
 TEST_F(BodyMatching, EmptyCandidateListGivesNothing)
 {
     LoadBodies({{1001, Marked()}});
-    std::vector<BodyInfo*> infos = Wrap({1001});
-    std::vector<BodyInfo*> candidates;
-    EXPECT_TRUE(infos[0]->GetSameBodys(candidates, false).empty());
+    EXPECT_TRUE(SameSolids(1001, {}).empty());
 }
 
 TEST_F(BodyMatching, FlagTrueAcceptsMovedCopiesButNotTurnedOnes)
@@ -145,11 +114,9 @@ TEST_F(BodyMatching, FlagTrueAcceptsMovedCopiesButNotTurnedOnes)
     BodySpec turned{1003, Marked()};
     turned.rotate = {0, 90, 0};
     LoadBodies({{1001, Marked()}, moved, turned});
-    std::vector<BodyInfo*> infos = Wrap({1001, 1002, 1003});
-    std::vector<BodyInfo*> candidates = {infos[1], infos[2]};
-    EXPECT_EQ(std::vector<unsigned>{1002}, Tags(infos[0]->GetSameBodys(candidates, true)))
+    EXPECT_EQ(std::vector<unsigned>{1002}, SameSolids(1001, {1002, 1003}, true))
         << "true: the same solid lying the same way";
-    EXPECT_EQ((std::vector<unsigned>{1002, 1003}), Tags(infos[0]->GetSameBodys(candidates, false)))
+    EXPECT_EQ((std::vector<unsigned>{1002, 1003}), SameSolids(1001, {1002, 1003}, false))
         << "false: the same solid however it lies";
 }
 
@@ -158,9 +125,7 @@ TEST_F(BodyMatching, FlagTrueDoesNotSeeATurnAboutTheAxisOfSymmetry)
     BodySpec spun{1002, Marked()};
     spun.rotate = {0, 0, 73};
     LoadBodies({{1001, Marked()}, spun});
-    std::vector<BodyInfo*> infos = Wrap({1001, 1002});
-    std::vector<BodyInfo*> candidates = {infos[1]};
-    EXPECT_EQ(1u, infos[0]->GetSameBodys(candidates, true).size()) << "a screw turned about its own axis";
+    EXPECT_EQ(std::vector<unsigned>{1002}, SameSolids(1001, {1002}, true)) << "a screw turned about its own axis";
 }
 
 TEST_F(BodyMatching, FlagTrueStillRejectsAnotherSolid)
@@ -168,9 +133,7 @@ TEST_F(BodyMatching, FlagTrueStillRejectsAnotherSolid)
     BodySpec longer{1002, Marked()};
     longer.solid = Screw(6, 25);
     LoadBodies({{1001, Marked()}, longer});
-    std::vector<BodyInfo*> infos = Wrap({1001, 1002});
-    std::vector<BodyInfo*> candidates = {infos[1]};
-    EXPECT_TRUE(infos[0]->GetSameBodys(candidates, true).empty());
+    EXPECT_TRUE(SameSolids(1001, {1002}, true).empty());
 }
 
 TEST_F(BodyMatching, GetBodyFacetAttrFindsTheMarkAndItsValue)

@@ -11,14 +11,6 @@ namespace {
 
 class StdPartCollection : public StdPartsFixture {
 protected:
-    static std::vector<unsigned> Tags(const std::vector<NXOpen::Body*>& bodies)
-    {
-        std::vector<unsigned> tags;
-        for (NXOpen::Body* body : bodies)
-            tags.push_back(body->Tag());
-        return tags;
-    }
-
     // The records of the given bodies, made by the dialog object.
     std::vector<StandardPartParam> Records(Vornadel& dialog, const std::vector<unsigned>& tags)
     {

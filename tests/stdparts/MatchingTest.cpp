@@ -9,23 +9,13 @@ namespace {
 
 class MatchingRule : public StdPartsFixture {
 protected:
-    // GetSameBodies of the first tag against the others, as tags.
+    // GetSameBodies of the reference's body against the candidates' bodies, as tags.
     std::vector<unsigned> Same(unsigned reference, const std::vector<unsigned>& candidates)
     {
         Vornadel dialog;
-        BodyInfo ref(Body(reference));
-        std::vector<std::unique_ptr<BodyInfo>> owned;
-        std::vector<BodyInfo*> infos;
-        for (unsigned tag : candidates) {
-            owned.push_back(std::make_unique<BodyInfo>(Body(tag)));
-            infos.push_back(owned.back().get());
-        }
-        std::vector<unsigned> tags;
-        for (BodyInfo* info : dialog.GetSameBodies(&ref, infos))
-            tags.push_back(info->GetBody()->Tag());
-        return tags;
+        std::vector<BodyInfo*> infos = Wrap(candidates);
+        return Tags(dialog.GetSameBodies(Wrap({reference})[0], infos));
     }
-
 };
 
 TEST_F(MatchingRule, SameGroupIdentifierMatchesDespiteDifferentNames)

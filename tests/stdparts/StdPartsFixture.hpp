@@ -5,6 +5,7 @@
 #pragma once
 
 #include <functional>
+#include <memory>
 #include <string>
 #include <utility>
 #include <vector>
@@ -208,6 +209,36 @@ protected:
     }
 
     static NXOpen::Body* Body(unsigned tag) { return host::FindBody(tag); }
+
+    // One new wrapper for the body of each tag, in order; the wrappers live as long as the test.
+    std::vector<BodyInfo*> Wrap(const std::vector<unsigned>& tags)
+    {
+        std::vector<BodyInfo*> infos;
+        for (unsigned tag : tags) {
+            wrappers_.push_back(std::make_unique<BodyInfo>(Body(tag)));
+            infos.push_back(wrappers_.back().get());
+        }
+        return infos;
+    }
+
+    static std::vector<unsigned> Tags(const std::vector<NXOpen::Body*>& bodies)
+    {
+        std::vector<unsigned> tags;
+        for (NXOpen::Body* body : bodies)
+            tags.push_back(body->Tag());
+        return tags;
+    }
+
+    static std::vector<unsigned> Tags(const std::vector<BodyInfo*>& infos)
+    {
+        std::vector<unsigned> tags;
+        for (BodyInfo* info : infos)
+            tags.push_back(info->GetBody()->Tag());
+        return tags;
+    }
+
+private:
+    std::vector<std::unique_ptr<BodyInfo>> wrappers_;
 };
 
 }  // namespace stdparts_test
