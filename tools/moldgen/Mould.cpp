@@ -16,6 +16,22 @@
 #include "Random.hpp"
 
 namespace moldgen {
+
+bool Solid::operator==(const Solid& other) const {
+    if (shape != other.shape) return false;
+    if (shape == Shape::Box) return x == other.x && y == other.y && z == other.z;
+    if (sections.size() != other.sections.size()) return false;
+    for (size_t i = 0; i < sections.size(); ++i)
+        if (sections[i].d != other.sections[i].d || sections[i].l != other.sections[i].l) return false;
+    return true;
+}
+
+const std::string* Body::Find(const std::string& title) const {
+    for (const Attribute& a : attributes)
+        if (a.title == title) return &a.value;
+    return nullptr;
+}
+
 namespace {
 
 // Attribute titles, as the plug-in reads and writes them.

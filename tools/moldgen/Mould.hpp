@@ -41,7 +41,6 @@ struct Solid {
     std::vector<Section> sections;  // Cylinder (one section) and Stack
 
     bool operator==(const Solid& other) const;
-    bool operator!=(const Solid& other) const { return !(*this == other); }
 };
 
 // A string attribute; title and value are UTF-8.
