@@ -99,12 +99,6 @@ const std::vector<int>& StandardPartLayers() {
     return layers;
 }
 
-std::string Mm(Tenths t) {
-    std::string text = std::to_string(t / 10);
-    if (t % 10 != 0) text += "." + std::to_string(t % 10);
-    return text;
-}
-
 std::string Phi(Tenths d) { return u8"Φ" + Mm(d); }
 
 // ---------------------------------------------------------------------------------------------

@@ -117,7 +117,5 @@ Item SprueBush(int d, int wantedLength);
 
 // "Φ6", "Φ2.5": the diameter sign and the size in millimetres.
 std::string Phi(Tenths d);
-// Millimetres as the type texts show them: 30, 2.5.
-std::string Mm(Tenths t);
 
 }  // namespace moldgen

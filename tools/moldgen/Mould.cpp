@@ -17,6 +17,13 @@
 
 namespace moldgen {
 
+std::string Mm(Tenths t) {
+    const long long magnitude = t < 0 ? -static_cast<long long>(t) : t;
+    std::string text = (t < 0 ? "-" : "") + std::to_string(magnitude / 10);
+    if (magnitude % 10 != 0) text += "." + std::to_string(magnitude % 10);
+    return text;
+}
+
 bool Solid::operator==(const Solid& other) const {
     if (shape != other.shape) return false;
     if (shape == Shape::Box) return x == other.x && y == other.y && z == other.z;

@@ -27,6 +27,9 @@ namespace moldgen {
 // exact, short decimals and the same arguments give the same bytes everywhere.
 using Tenths = int;
 
+// Tenths as millimetres in the shortest decimal: 25 -> "2.5", 300 -> "30", -5 -> "-0.5".
+std::string Mm(Tenths t);
+
 struct Section {
     Tenths d = 0;  // diameter
     Tenths l = 0;  // length along the axis

@@ -1,6 +1,8 @@
 // The part-file text of a mould, in the host's canonical form: the keys in the host's order, two
 // spaces of indent, one line per attribute, shapes and triples on one line, integral numbers
-// without a decimal point. A mould written here loads in the host and saves back byte for byte.
+// without a decimal point. Lengths are written by Mm: the host writes the shortest text that reads
+// back as the same double, which for one decimal is that text. A mould written here loads in the
+// host and saves back byte for byte.
 #include <sstream>
 
 #include <nlohmann/json.hpp>
@@ -13,29 +15,19 @@ namespace {
 
 std::string Quoted(const std::string& utf8) { return nlohmann::json(utf8).dump(); }
 
-// Tenths as the shortest decimal: 25 -> "2.5", 300 -> "30", -5 -> "-0.5". The host writes the
-// shortest text that reads back as the same double, which for one decimal is this text.
-std::string Number(Tenths tenths) {
-    const bool negative = tenths < 0;
-    const long long magnitude = negative ? -static_cast<long long>(tenths) : tenths;
-    std::string text = std::to_string(magnitude / 10);
-    if (magnitude % 10 != 0) text += "." + std::to_string(magnitude % 10);
-    return (negative ? "-" : "") + text;
-}
-
 std::string SolidText(const Solid& solid) {
     switch (solid.shape) {
     case Solid::Shape::Box:
-        return "{\"shape\": \"box\", \"x\": " + Number(solid.x) + ", \"y\": " + Number(solid.y) + ", \"z\": " + Number(solid.z) + "}";
+        return "{\"shape\": \"box\", \"x\": " + Mm(solid.x) + ", \"y\": " + Mm(solid.y) + ", \"z\": " + Mm(solid.z) + "}";
     case Solid::Shape::Cylinder:
-        return "{\"shape\": \"cylinder\", \"d\": " + Number(solid.sections[0].d) + ", \"l\": " + Number(solid.sections[0].l) + "}";
+        return "{\"shape\": \"cylinder\", \"d\": " + Mm(solid.sections[0].d) + ", \"l\": " + Mm(solid.sections[0].l) + "}";
     case Solid::Shape::Stack:
         break;
     }
     std::string text = "{\"shape\": \"stack\", \"parts\": [";
     for (size_t i = 0; i < solid.sections.size(); ++i)
-        text += (i > 0 ? ", " : "") + std::string("{\"d\": ") + Number(solid.sections[i].d) + ", \"l\": " +
-                Number(solid.sections[i].l) + "}";
+        text += (i > 0 ? ", " : "") + std::string("{\"d\": ") + Mm(solid.sections[i].d) + ", \"l\": " +
+                Mm(solid.sections[i].l) + "}";
     return text + "]}";
 }
 
@@ -62,7 +54,7 @@ void WriteBody(std::ostream& out, const Body& body) {
     WriteAttributes(out, body.attributes, indent);
     out << ",\n";
     out << indent << "\"solid\": " << SolidText(body.solid) << ",\n";
-    out << indent << "\"at\": [" << Number(body.at[0]) << ", " << Number(body.at[1]) << ", " << Number(body.at[2]) << "],\n";
+    out << indent << "\"at\": [" << Mm(body.at[0]) << ", " << Mm(body.at[1]) << ", " << Mm(body.at[2]) << "],\n";
     out << indent << "\"rotate\": [" << body.rotate[0] << ", " << body.rotate[1] << ", " << body.rotate[2] << "]\n";
     out << "    }";
 }
