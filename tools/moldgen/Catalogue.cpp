@@ -127,11 +127,6 @@ const std::vector<int> kScrewLengths = {8,  10, 12, 16, 20, 25, 30, 35,  40,  45
 
 }  // namespace
 
-const std::vector<int>& ScrewSizes() {
-    static const std::vector<int> sizes = {4, 5, 6, 8, 10, 12, 14, 16};
-    return sizes;
-}
-
 Item Screw(int metric, int wantedLength) {
     for (const ScrewRow& row : ScrewRows()) {
         if (row.metric != metric) continue;
@@ -168,7 +163,11 @@ const HeadRow& PinHead(Tenths d) {
 }  // namespace
 
 const std::vector<Tenths>& EjectorPinDiameters() {
-    static const std::vector<Tenths> diameters = {20, 25, 30, 40, 50, 60, 80, 100, 120};
+    static const std::vector<Tenths> diameters = [] {
+        std::vector<Tenths> list;
+        for (const HeadRow& row : kPinHeads) list.push_back(row.d);
+        return list;
+    }();
     return diameters;
 }
 

@@ -63,7 +63,6 @@ struct Item {
 // series of that size not shorter than wantedLength (the longest of the size when none is).
 // The solid is the head then the shank.
 Item Screw(int metric, int wantedLength);
-const std::vector<int>& ScrewSizes();  // 4, 5, 6, 8, 10, 12, 14, 16
 
 // Ejector pin with a cylindrical head (DIN 1530), d in tenths (20..120); the length is the next
 // catalogue length (100..500) not shorter than wantedLength. Head first.
