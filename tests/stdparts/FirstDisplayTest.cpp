@@ -51,6 +51,16 @@ protected:
         return head;
     }
 
+    // Makes NX find the bundled dialog file with one piece of its text replaced.
+    void UseDialogFileWith(const std::string& from, const std::string& to)
+    {
+        std::string dlx = ReadBytes(SourceDir() / "dialog/Vornadel.dlx");
+        ASSERT_NE(std::string::npos, dlx.find(from));
+        dlx.replace(dlx.find(from), from.size(), to);
+        WriteBytes(top_ / "dialogs/Vornadel.dlx", dlx);
+        host::SetDialogSearchPath({(top_ / "dialogs").string()});
+    }
+
     static const std::vector<std::string>& HeadBlockIds()
     {
         static const std::vector<std::string> ids = {"string03", "string02", "string031", "string01",
@@ -82,12 +92,8 @@ TEST_F(FirstDisplay, AllTwentySixBlocksAreBoundToTheMembersOfTheirIds)
 
 TEST_F(FirstDisplay, MissingBlockGivesOneBlockStylerBoxAndBindsNothingAfterIt)
 {
-    std::string dlx = ReadBytes(SourceDir() / "dialog/Vornadel.dlx");
-    const std::string id = "sname=\"BlockID\" type=\"string\" value=\"button04\"";
-    ASSERT_NE(std::string::npos, dlx.find(id));
-    dlx.replace(dlx.find(id), id.size(), "sname=\"BlockID\" type=\"string\" value=\"button04renamed\"");
-    WriteBytes(top_ / "dialogs/Vornadel.dlx", dlx);
-    host::SetDialogSearchPath({(top_ / "dialogs").string()});
+    UseDialogFileWith("sname=\"BlockID\" type=\"string\" value=\"button04\"",
+                      "sname=\"BlockID\" type=\"string\" value=\"button04renamed\"");
     Vornadel dialog;
     dialog.initialize_cb();
     ASSERT_EQ(1u, host::Messages().size());
@@ -96,6 +102,19 @@ TEST_F(FirstDisplay, MissingBlockGivesOneBlockStylerBoxAndBindsNothingAfterIt)
     EXPECT_NE(nullptr, dialog.button0) << "blocks before the missing one are bound";
     EXPECT_EQ(nullptr, dialog.button03) << "blocks after it are not";
     EXPECT_EQ(nullptr, dialog.nativeFolderBrowser0);
+}
+
+TEST_F(FirstDisplay, BlockOfAnotherClassLeavesItsMemberNullWithoutAnErrorBox)
+{
+    UseDialogFileWith("<item id=\"button04\" name=\"button04\" type=\"uicomp\" class=\"UICOMP_button\"",
+                      "<item id=\"button04\" name=\"button04\" type=\"uicomp\" class=\"UICOMP_string\"");
+    Vornadel dialog;
+    dialog.initialize_cb();
+    EXPECT_EQ(nullptr, dialog.button04) << "the checked cast to Button gives NULL for a string block";
+    EXPECT_TRUE(host::Messages().empty()) << "the result of the cast is not tested";
+    EXPECT_NE(nullptr, dialog.button03) << "the blocks after it are bound";
+    EXPECT_NE(nullptr, dialog.nativeFolderBrowser0);
+    EXPECT_EQ(9u, host::TreeHandlerRegistrations(dialog.tree_control0).size()) << "the tree handlers are registered";
 }
 
 TEST_F(FirstDisplay, NineTreeHandlersAreRegisteredInOrder)
