@@ -167,6 +167,27 @@ TEST_F(TreeReadBack, OnlyTwoLevelsAreRead)
     });
 }
 
+TEST_F(TreeReadBack, NodesAreReadWhetherOrNotExpandedOrSelected)
+{
+    LoadBodies({{1001, ScrewM6x20()}, {1002, ScrewM6x20()}, {1003, Marked({{"名称", "顶针"}})}});
+    WithDialog([](Vornadel& dialog, host::LiveDialog&) {
+        NXOpen::BlockStyler::Tree* tree = dialog.tree_control0;
+        std::vector<NXOpen::BlockStyler::Node*> roots = GetRootNodes(tree);
+        ASSERT_EQ(2u, roots.size());
+        NXOpen::BlockStyler::Node* child = roots[0]->FirstChildNode();
+        roots[0]->Expand(NXOpen::BlockStyler::Node::ExpandOptionExpand);
+        tree->SelectNode(child, true, false);
+        ASSERT_TRUE(roots[0]->IsExpanded());
+        ASSERT_TRUE(child->IsSelected());
+        std::vector<NodeParam*> records = dialog.GetNodeParams();
+        ASSERT_EQ(2u, records.size());
+        EXPECT_EQ(2u, records[0]->children.size()) << "an expanded group with a selected child";
+        EXPECT_EQ(Body(1001), records[0]->children[0]->body) << "the selected child";
+        EXPECT_EQ("顶针", records[1]->columnText[1]) << "a group neither expanded nor selected";
+        DeleteNodeParams(records);
+    });
+}
+
 TEST_F(TreeReadBack, WalksGiveRootsChildrenAndEveryNodeInPreOrder)
 {
     LoadBodies({{1001, ScrewM6x20()}, {1002, ScrewM6x20()}, {1003, Marked({{"名称", "顶针"}})}});
