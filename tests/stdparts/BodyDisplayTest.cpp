@@ -90,6 +90,20 @@ TEST_F(BodyDisplay, FurtherConfiguredLayersBecomeSelectable)
     EXPECT_EQ(NXOpen::Layer::StateHidden, State(62));
 }
 
+TEST_F(BodyDisplay, WorkLayerListedAgainStaysTheWorkLayer)
+{
+    BodySpec blanked{1001, Marked()};
+    blanked.blanked = true;
+    LoadBodies({blanked}, 1);
+    Vornadel dialog;
+    dialog.stdPartLayers = {61, 62, 61};
+    dialog.ShowStdPartLayers();
+    EXPECT_EQ(NXOpen::Layer::StateWorkLayer, State(61))
+        << "host choice: making the work layer selectable fails, and the plug-in ignores the return code";
+    EXPECT_EQ(NXOpen::Layer::StateSelectable, State(62));
+    EXPECT_FALSE(Body(1001)->IsBlanked());
+}
+
 TEST_F(BodyDisplay, EverythingOnTheConfiguredLayersIsUnblanked)
 {
     BodySpec onWork{1001, {}};
