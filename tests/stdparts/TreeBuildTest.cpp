@@ -86,6 +86,16 @@ TEST_F(TreeBuild, CopyCarryingAGroupIdentifierWaitsForItsOwnGroup)
     EXPECT_EQ((std::vector<std::string>{"001 1001", "002 1002"}), Outline(FirstDisplayRows()));
 }
 
+TEST_F(TreeBuild, CopyWithAnEmptyNameAndGroupIdentifierJoinsLikeAnUnlabelledOne)
+{
+    LoadBodies({{1001, ScrewM6x20()}, {1002, Marked({{"名称", ""}, {"组ID", ""}})}});
+    std::vector<Row> rows = FirstDisplayRows();
+    EXPECT_EQ((std::vector<std::string>{"001 1001", "  001 1001", "  001 1002"}), Outline(rows))
+        << "only a non-empty 名称 or 组ID keeps an identical copy apart";
+    ASSERT_FALSE(rows.empty());
+    EXPECT_EQ("2", rows[0].text[4]);
+}
+
 TEST_F(TreeBuild, NamesSortByTheConfiguredOrderThenUnlistedThenUnnamed)
 {
     std::vector<BodySpec> bodies = {{1001, Marked()}, {1002, Named("弹簧")}, {1003, Named("顶针")}, {1004, Named("导柱")},
