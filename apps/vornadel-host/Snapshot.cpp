@@ -65,7 +65,8 @@ std::vector<AttributeView> Attributes(NXOpen::NXObject& object) {
     return list;
 }
 
-// The tag of the body a node carries under "Data", as the plug-in stores it.
+// The tag of the body a node carries under "Data", as the plug-in stores it. NX throws when a
+// container has no property of the name asked, so the names are looked at first.
 std::optional<unsigned int> BodyTag(NXOpen::BlockStyler::Node* node) {
     std::unique_ptr<NXOpen::DataContainer> data(node->GetNodeData());  // the wrapper is ours to delete
     if (!data) return std::nullopt;
