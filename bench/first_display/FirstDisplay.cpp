@@ -105,7 +105,7 @@ void SetUpSession(const Options& options, const Scratch& scratch) {
     setenv("LOCALAPPDATA", (scratch.Path() / "appdata").c_str(), 1);
     setenv("VORNADEL_DESKTOP", (scratch.Path() / "desktop").c_str(), 1);
     host::SetDialogSearchPath({(options.source / "dialog").string()});
-    host::SetEnvironmentVariable("VDConfig", (options.source / "samples").string());
+    host::SetEnvironmentVariable("VDConfig", host::Utf8ToGbk((options.source / "samples").string()));
 }
 
 // Loads the mould, makes the dialog object and shows the dialog; while it is shown, builds the
