@@ -8,11 +8,13 @@
 #include <filesystem>
 #include <fstream>
 #include <iterator>
-#include <sstream>
 #include <string>
 #include <vector>
 
 #include <gtest/gtest.h>
+
+#include "HostSession.hpp"
+#include "platform/ReadConfigFile.h"
 
 namespace moldgen_test {
 
@@ -53,27 +55,14 @@ protected:
     fs::path scratch_;
 };
 
-// One column of a bundled configuration table (GBK, comma-separated, first line the titles):
-// its non-empty cells, in order. Empty when the table or the column is missing.
+// One column of a bundled configuration table, read as the plug-in reads it (GBK): its non-empty
+// cells, in order. Empty when the table or the column is missing.
 inline std::vector<std::string> ConfigColumn(const fs::path& table, const std::string& title) {
-    std::istringstream lines(ReadBytes(table));
-    std::string line;
+    ReadConfigFile reader;
+    reader.OpenConfigFile(host::Utf8ToGbk(table.string()));
     std::vector<std::string> column;
-    int index = -1;
-    while (std::getline(lines, line)) {
-        if (!line.empty() && line.back() == '\r') line.pop_back();
-        std::vector<std::string> cells;
-        std::istringstream fields(line);
-        for (std::string cell; std::getline(fields, cell, ',');) cells.push_back(cell);
-        if (index < 0) {
-            for (size_t i = 0; i < cells.size(); ++i)
-                if (cells[i] == title) index = static_cast<int>(i);
-            if (index < 0) return column;
-            continue;
-        }
-        if (static_cast<size_t>(index) < cells.size() && !cells[static_cast<size_t>(index)].empty())
-            column.push_back(cells[static_cast<size_t>(index)]);
-    }
+    for (const std::string& cell : reader.GetColumnValue(title))
+        if (!cell.empty()) column.push_back(cell);
     return column;
 }
 
