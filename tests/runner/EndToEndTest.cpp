@@ -197,6 +197,12 @@ TEST(RunnerCommands, SelectBodiesUsesTheBodyCollector) {
     EXPECT_TRUE(HasLine(run, Event("update_cb bodySelect0 1002 1001"))) << "the collector holds the bodies in order";
 }
 
+TEST(RunnerCommands, SelectBodiesWithoutTagsClearsTheCollector) {
+    const HostRun run = RunTestPlugin({"-e", "select-bodies 1001", "-e", "select-bodies", "-e", "close"});
+    EXPECT_TRUE(HasLine(run, Event("update_cb bodySelect0 1001"))) << "first the collector holds body 1001";
+    EXPECT_TRUE(HasLine(run, Event("update_cb bodySelect0"))) << "then it holds nothing";
+}
+
 TEST(RunnerCommands, SelectBodiesOfAnUnknownTagFails) {
     const HostRun run = RunTestPlugin({"-e", "select-bodies 999"});
     EXPECT_EQ(1, run.status) << "a body the part lacks";
@@ -283,6 +289,8 @@ TEST(RunnerCommands, CommandsAfterCloseRunWithoutTheDialog) {
     const HostRun part = RunTestPlugin({"-e", "close", "-e", "show part"});
     EXPECT_EQ(0, part.status) << "show part needs no dialog";
     EXPECT_TRUE(HasLine(part, "part\tbracket")) << "the part is shown after the dialog closed";
+    const HostRun answer = RunTestPlugin({"-e", "close", "-e", "answer-selection cancel"});
+    EXPECT_EQ(0, answer.status) << "answer-selection needs no dialog";
     const HostRun tree = RunTestPlugin({"-e", "close", "-e", "show tree"});
     EXPECT_EQ(1, tree.status) << "show tree needs the dialog";
     EXPECT_TRUE(Contains(tree.err, "-e 2: no dialog is shown")) << "said so";
