@@ -28,14 +28,14 @@ protected:
     // (modified) and 1004 (normal) make another with 1003 first.
     void LoadMixedColours()
     {
-        BodySpec screw{1001, ScrewM6x20()};
-        BodySpec modifiedScrew{1002, ScrewM6x20()};
+        PartBody screw{1001, ScrewM6x20()};
+        PartBody modifiedScrew{1002, ScrewM6x20()};
         modifiedScrew.color = 186;
         Attributes pin = Marked({{"名称", "顶针"}, {"类型", "Φ4×200"}});
-        BodySpec modifiedPin{1003, pin};
+        PartBody modifiedPin{1003, pin};
         modifiedPin.color = 186;
         modifiedPin.solid = Stack({{8, 4}, {4, 200}});
-        BodySpec otherPin{1004, pin};
+        PartBody otherPin{1004, pin};
         otherPin.solid = modifiedPin.solid;
         otherPin.layer = 62;
         LoadBodies({screw, modifiedScrew, modifiedPin, otherPin});
@@ -52,7 +52,7 @@ protected:
 
 TEST_F(BodyDisplay, EmptyLayerListChangesNoLayerAndNoBlankFlag)
 {
-    BodySpec blanked{1002, Marked()};
+    PartBody blanked{1002, Marked()};
     blanked.blanked = true;
     LoadBodies({{1001, Marked()}, blanked}, 5, {{20, "visible"}, {30, "invisible"}});
     Vornadel dialog;
@@ -92,7 +92,7 @@ TEST_F(BodyDisplay, FurtherConfiguredLayersBecomeSelectable)
 
 TEST_F(BodyDisplay, WorkLayerListedAgainStaysTheWorkLayer)
 {
-    BodySpec blanked{1001, Marked()};
+    PartBody blanked{1001, Marked()};
     blanked.blanked = true;
     LoadBodies({blanked}, 1);
     Vornadel dialog;
@@ -106,12 +106,12 @@ TEST_F(BodyDisplay, WorkLayerListedAgainStaysTheWorkLayer)
 
 TEST_F(BodyDisplay, EverythingOnTheConfiguredLayersIsUnblanked)
 {
-    BodySpec onWork{1001, {}};
+    PartBody onWork{1001, {}};
     onWork.blanked = true;
-    BodySpec onSecond{1002, Marked()};
+    PartBody onSecond{1002, Marked()};
     onSecond.layer = 62;
     onSecond.blanked = true;
-    BodySpec elsewhere{1003, Marked()};
+    PartBody elsewhere{1003, Marked()};
     elsewhere.layer = 20;
     elsewhere.blanked = true;
     LoadBodies({onWork, onSecond, elsewhere});
@@ -123,9 +123,9 @@ TEST_F(BodyDisplay, EverythingOnTheConfiguredLayersIsUnblanked)
 
 TEST_F(BodyDisplay, UnblankObjectsOnLayerTouchesOnlyThatLayer)
 {
-    BodySpec a{1001, Marked()};
+    PartBody a{1001, Marked()};
     a.blanked = true;
-    BodySpec b{1002, Marked()};
+    PartBody b{1002, Marked()};
     b.layer = 62;
     b.blanked = true;
     LoadBodies({a, b});
@@ -135,7 +135,7 @@ TEST_F(BodyDisplay, UnblankObjectsOnLayerTouchesOnlyThatLayer)
 
 TEST_F(BodyDisplay, FirstDisplayBringsTheStandardPartLayersUpBeforeBuildingTheTree)
 {
-    BodySpec blanked{1002, Marked({{"名称", "顶针"}})};
+    PartBody blanked{1002, Marked({{"名称", "顶针"}})};
     blanked.layer = 62;
     blanked.blanked = true;
     LoadBodies({{1001, ScrewM6x20()}, blanked}, 1, {{62, "invisible"}});

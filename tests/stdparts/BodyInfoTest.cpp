@@ -26,7 +26,7 @@ TEST_F(BodyMatching, GetBodyGivesTheWrappedBody)
 
 TEST_F(BodyMatching, MovedCopyIsTheSameSolid)
 {
-    BodySpec copy{1002, Marked()};
+    PartBody copy{1002, Marked()};
     copy.at = {250, -40, 75};
     LoadBodies({{1001, Marked()}, copy});
     EXPECT_EQ(std::vector<unsigned>{1002}, SameSolids(1001, {1002}));
@@ -34,7 +34,7 @@ TEST_F(BodyMatching, MovedCopyIsTheSameSolid)
 
 TEST_F(BodyMatching, RotatedCopyIsTheSameSolid)
 {
-    BodySpec copy{1002, Marked()};
+    PartBody copy{1002, Marked()};
     copy.at = {10, 20, 30};
     copy.rotate = {37, 90, 12};
     LoadBodies({{1001, Marked()}, copy});
@@ -43,7 +43,7 @@ TEST_F(BodyMatching, RotatedCopyIsTheSameSolid)
 
 TEST_F(BodyMatching, ScrewOneSizeLongerIsAnotherSolid)
 {
-    BodySpec longer{1002, Marked()};
+    PartBody longer{1002, Marked()};
     longer.solid = Screw(6, 25);
     LoadBodies({{1001, Marked()}, longer});
     EXPECT_TRUE(SameSolids(1001, {1002}).empty()) << "M6x20 and M6x25 differ in volume";
@@ -51,9 +51,9 @@ TEST_F(BodyMatching, ScrewOneSizeLongerIsAnotherSolid)
 
 TEST_F(BodyMatching, PinFiveMillimetresLongerOfFourHundredIsAnotherSolid)
 {
-    BodySpec pin{1001, Marked()};
+    PartBody pin{1001, Marked()};
     pin.solid = Stack({{8, 4}, {4, 400}});
-    BodySpec longer{1002, Marked()};
+    PartBody longer{1002, Marked()};
     longer.solid = Stack({{8, 4}, {4, 405}});
     LoadBodies({pin, longer});
     EXPECT_TRUE(SameSolids(1001, {1002}).empty()) << "about 1% apart: far above the tolerance";
@@ -61,9 +61,9 @@ TEST_F(BodyMatching, PinFiveMillimetresLongerOfFourHundredIsAnotherSolid)
 
 TEST_F(BodyMatching, BoxesOfEqualVolumeButAnotherShapeDiffer)
 {
-    BodySpec cube{1001, Marked()};
+    PartBody cube{1001, Marked()};
     cube.solid = Box(20, 20, 20);
-    BodySpec slab{1002, Marked()};
+    PartBody slab{1002, Marked()};
     slab.solid = Box(10, 40, 20);
     LoadBodies({cube, slab});
     EXPECT_TRUE(SameSolids(1001, {1002}).empty()) << "same volume, other area and moments";
@@ -71,9 +71,9 @@ TEST_F(BodyMatching, BoxesOfEqualVolumeButAnotherShapeDiffer)
 
 TEST_F(BodyMatching, BoxTurnedOntoAnotherFaceIsTheSameSolid)
 {
-    BodySpec block{1001, Marked()};
+    PartBody block{1001, Marked()};
     block.solid = Box(20, 30, 50);
-    BodySpec turned = block;
+    PartBody turned = block;
     turned.tag = 1002;
     turned.rotate = {90, 0, 90};
     LoadBodies({block, turned});
@@ -83,9 +83,9 @@ TEST_F(BodyMatching, BoxTurnedOntoAnotherFaceIsTheSameSolid)
 
 TEST_F(BodyMatching, ResultKeepsCandidateOrderAndLeavesTheCandidatesUnchanged)
 {
-    BodySpec longer{1003, Marked()};
+    PartBody longer{1003, Marked()};
     longer.solid = Screw(6, 25);
-    BodySpec turned{1004, Marked()};
+    PartBody turned{1004, Marked()};
     turned.rotate = {180, 0, 0};
     LoadBodies({{1001, Marked()}, {1002, Marked()}, longer, turned});
     std::vector<BodyInfo*> infos = Wrap({1001, 1002, 1003, 1004});
@@ -109,9 +109,9 @@ TEST_F(BodyMatching, EmptyCandidateListGivesNothing)
 
 TEST_F(BodyMatching, FlagTrueAcceptsMovedCopiesButNotTurnedOnes)
 {
-    BodySpec moved{1002, Marked()};
+    PartBody moved{1002, Marked()};
     moved.at = {100, 0, 0};
-    BodySpec turned{1003, Marked()};
+    PartBody turned{1003, Marked()};
     turned.rotate = {0, 90, 0};
     LoadBodies({{1001, Marked()}, moved, turned});
     EXPECT_EQ(std::vector<unsigned>{1002}, SameSolids(1001, {1002, 1003}, true))
@@ -122,7 +122,7 @@ TEST_F(BodyMatching, FlagTrueAcceptsMovedCopiesButNotTurnedOnes)
 
 TEST_F(BodyMatching, FlagTrueDoesNotSeeATurnAboutTheAxisOfSymmetry)
 {
-    BodySpec spun{1002, Marked()};
+    PartBody spun{1002, Marked()};
     spun.rotate = {0, 0, 73};
     LoadBodies({{1001, Marked()}, spun});
     EXPECT_EQ(std::vector<unsigned>{1002}, SameSolids(1001, {1002}, true)) << "a screw turned about its own axis";
@@ -130,7 +130,7 @@ TEST_F(BodyMatching, FlagTrueDoesNotSeeATurnAboutTheAxisOfSymmetry)
 
 TEST_F(BodyMatching, FlagTrueStillRejectsAnotherSolid)
 {
-    BodySpec longer{1002, Marked()};
+    PartBody longer{1002, Marked()};
     longer.solid = Screw(6, 25);
     LoadBodies({{1001, Marked()}, longer});
     EXPECT_TRUE(SameSolids(1001, {1002}, true).empty());

@@ -23,9 +23,9 @@ protected:
 
 TEST_F(StdPartCollection, BodiesOnTheWorkAndSelectableLayersAreCollectedInPartOrder)
 {
-    BodySpec selectable{1002, Marked()};
+    PartBody selectable{1002, Marked()};
     selectable.layer = 62;
-    BodySpec plain{1003, {}};
+    PartBody plain{1003, {}};
     plain.layer = 5;
     LoadBodies({{1001, Marked()}, selectable, plain});
     Vornadel dialog;
@@ -35,7 +35,7 @@ TEST_F(StdPartCollection, BodiesOnTheWorkAndSelectableLayersAreCollectedInPartOr
 
 TEST_F(StdPartCollection, BlankedBodyIsNeverCollectedEvenWhenMarked)
 {
-    BodySpec blanked{1002, Marked()};
+    PartBody blanked{1002, Marked()};
     blanked.blanked = true;
     LoadBodies({{1001, Marked()}, blanked});
     Vornadel dialog;
@@ -44,7 +44,7 @@ TEST_F(StdPartCollection, BlankedBodyIsNeverCollectedEvenWhenMarked)
 
 TEST_F(StdPartCollection, BodyOnAVisibleOnlyLayerIsNeverCollected)
 {
-    BodySpec visible{1002, Marked()};
+    PartBody visible{1002, Marked()};
     visible.layer = 20;
     LoadBodies({{1001, Marked()}, visible}, 61, {{20, "visible"}});
     Vornadel dialog;
@@ -53,7 +53,7 @@ TEST_F(StdPartCollection, BodyOnAVisibleOnlyLayerIsNeverCollected)
 
 TEST_F(StdPartCollection, BodyOnAHiddenLayerIsNeverCollected)
 {
-    BodySpec hidden{1002, Marked()};
+    PartBody hidden{1002, Marked()};
     hidden.layer = 30;
     LoadBodies({{1001, Marked()}, hidden}, 61, {{30, "invisible"}});
     Vornadel dialog;
@@ -182,7 +182,7 @@ TEST_F(StdPartCollection, NameMissingFromTheConfiguredOrderGets99999)
 
 TEST_F(StdPartCollection, ModificationColourGivesStatusGaiMoWhateverTheAttributeSays)
 {
-    BodySpec modified{1001, Marked({{"状态", "正常"}})};
+    PartBody modified{1001, Marked({{"状态", "正常"}})};
     modified.color = 186;
     LoadBodies({modified, {1002, Marked({{"状态", "正常"}})}});
     Vornadel dialog;

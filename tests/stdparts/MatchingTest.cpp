@@ -62,7 +62,7 @@ TEST_F(MatchingRule, EachDescriptiveAttributeIsComparedByteForByte)
     const std::vector<std::pair<std::string, std::string>> changes = {
         {"名称", "内六角螺钉 "}, {"类型", "m6×20"}, {"品牌", "盘起 "}, {"材质", "12.9"},
         {"热处理", ""}, {"供应商", "盘起工业有限公司"}};
-    std::vector<BodySpec> bodies = {{1001, ScrewM6x20()}};
+    std::vector<PartBody> bodies = {{1001, ScrewM6x20()}};
     for (size_t i = 0; i < changes.size(); ++i)
         bodies.push_back({static_cast<unsigned>(1002 + i), With(ScrewM6x20(), {{changes[i].first, changes[i].second}})});
     LoadBodies(bodies);
@@ -88,7 +88,7 @@ TEST_F(MatchingRule, QuantityLeadTimeRemarkStatusDateAndIdentifierPlayNoPart)
 
 TEST_F(MatchingRule, ShapePlaysNoPart)
 {
-    BodySpec longer{1002, ScrewM6x20()};
+    PartBody longer{1002, ScrewM6x20()};
     longer.solid = Screw(6, 40);
     LoadBodies({{1001, ScrewM6x20()}, longer});
     EXPECT_EQ(std::vector<unsigned>{1002}, Same(1001, {1002})) << "equal attributes describe one purchased item";

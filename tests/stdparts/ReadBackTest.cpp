@@ -53,7 +53,7 @@ TEST_F(TreeReadBack, GroupOfOneBodyGivesARecordWithoutChildren)
 
 TEST_F(TreeReadBack, GroupOfThreeGivesThreeChildrenThatRepeatItsTextsExceptAModifiedStatus)
 {
-    BodySpec modified{1003, ScrewM6x20()};
+    PartBody modified{1003, ScrewM6x20()};
     modified.color = 186;
     LoadBodies({{1001, ScrewM6x20()}, {1002, ScrewM6x20()}, modified});
     WithDialog([](Vornadel& dialog, host::LiveDialog&) {

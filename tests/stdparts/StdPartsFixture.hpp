@@ -81,7 +81,7 @@ inline Attributes ScrewM6x20()
                    {"热处理", "发黑"}, {"供应商", "盘起工业"}});
 }
 
-struct BodySpec {
+struct PartBody {
     unsigned tag = 0;
     Attributes attributes;
     Json solid = Screw(6, 20);
@@ -98,7 +98,7 @@ inline Json Utf8(const Json& value)
 }
 
 // The text of a part file (UTF-8 JSON) of the given bodies; layer states as "62": "visible".
-inline std::string PartJson(const std::vector<BodySpec>& bodies, int workLayer = 61,
+inline std::string PartJson(const std::vector<PartBody>& bodies, int workLayer = 61,
                             const std::vector<std::pair<int, std::string>>& layerStates = {},
                             const Attributes& partAttributes = {})
 {
@@ -112,7 +112,7 @@ inline std::string PartJson(const std::vector<BodySpec>& bodies, int workLayer =
         states[std::to_string(layer)] = state;
     part["layer_states"] = states;
     Json list = Json::array();
-    for (const BodySpec& b : bodies) {
+    for (const PartBody& b : bodies) {
         Json body = {{"tag", b.tag}, {"layer", b.layer}, {"color", b.color}, {"blanked", b.blanked},
                      {"solid", b.solid}, {"at", b.at}, {"rotate", b.rotate}};
         Json bodyAttributes = Json::object();
@@ -182,7 +182,7 @@ protected:
         WriteConfiguration();
     }
 
-    void LoadBodies(const std::vector<BodySpec>& bodies, int workLayer = 61,
+    void LoadBodies(const std::vector<PartBody>& bodies, int workLayer = 61,
                     const std::vector<std::pair<int, std::string>>& layerStates = {},
                     const Attributes& partAttributes = {})
     {

@@ -29,7 +29,7 @@ TEST_F(TreeBuild, NoMarkedBodyLeavesTheTreeEmptyAndTheSnapshotEmpty)
 
 TEST_F(TreeBuild, ThreeIdenticalLabelledBodiesMakeOneGroupOfThreeWithItsOwnBodyFirst)
 {
-    BodySpec turned{1002, ScrewM6x20()};
+    PartBody turned{1002, ScrewM6x20()};
     turned.rotate = {180, 0, 0};
     LoadBodies({{1001, ScrewM6x20()}, turned, {1003, ScrewM6x20()}});
     std::vector<Row> rows = FirstDisplayRows();
@@ -40,9 +40,9 @@ TEST_F(TreeBuild, ThreeIdenticalLabelledBodiesMakeOneGroupOfThreeWithItsOwnBodyF
 
 TEST_F(TreeBuild, LabelledBodyWithTwoUnlabelledCopiesMakesOneGroupOfThree)
 {
-    BodySpec moved{1002, Marked()};
+    PartBody moved{1002, Marked()};
     moved.at = {100, 0, 0};
-    BodySpec turned{1003, Marked()};
+    PartBody turned{1003, Marked()};
     turned.rotate = {90, 0, 45};
     LoadBodies({{1001, ScrewM6x20()}, moved, turned});
     std::vector<Row> rows = FirstDisplayRows();
@@ -54,7 +54,7 @@ TEST_F(TreeBuild, LabelledBodyWithTwoUnlabelledCopiesMakesOneGroupOfThree)
 
 TEST_F(TreeBuild, UnlabelledCopyOfAnotherSizeStaysApart)
 {
-    BodySpec longer{1002, Marked()};
+    PartBody longer{1002, Marked()};
     longer.solid = Screw(6, 25);
     LoadBodies({{1001, ScrewM6x20()}, longer});
     EXPECT_EQ((std::vector<std::string>{"001 1001", "002 1002"}), Outline(FirstDisplayRows()));
@@ -98,9 +98,9 @@ TEST_F(TreeBuild, CopyWithAnEmptyNameAndGroupIdentifierJoinsLikeAnUnlabelledOne)
 
 TEST_F(TreeBuild, NamesSortByTheConfiguredOrderThenUnlistedThenUnnamed)
 {
-    std::vector<BodySpec> bodies = {{1001, Marked()}, {1002, Named("弹簧")}, {1003, Named("顶针")}, {1004, Named("导柱")},
+    std::vector<PartBody> bodies = {{1001, Marked()}, {1002, Named("弹簧")}, {1003, Named("顶针")}, {1004, Named("导柱")},
                                     {1005, Named("内六角螺钉")}};
-    for (BodySpec& b : bodies)
+    for (PartBody& b : bodies)
         b.solid = Box(10, 10, b.tag - 990);  // no two the same solid
     LoadBodies(bodies);
     EXPECT_EQ((std::vector<std::string>{"001 1005", "002 1003", "003 1002", "004 1004", "005 1001"}),
@@ -117,9 +117,9 @@ TEST_F(TreeBuild, EqualNamesKeepTheirCollectionOrder)
 
 TEST_F(TreeBuild, UnnamedBodiesComeLastInCollectionOrder)
 {
-    BodySpec a{1001, Marked()};
+    PartBody a{1001, Marked()};
     a.solid = Screw(8, 30);
-    BodySpec b{1003, Marked()};
+    PartBody b{1003, Marked()};
     b.solid = Screw(10, 40);
     LoadBodies({a, {1002, Named("弹簧")}, b});
     EXPECT_EQ((std::vector<std::string>{"001 1002", "002 1001", "003 1003"}), Outline(FirstDisplayRows()));
@@ -169,7 +169,7 @@ TEST_F(TreeBuild, ChildrenRepeatTheGroupTextsNotTheirOwnAttributes)
 
 TEST_F(TreeBuild, ChildInTheModificationColourShowsGaiMoAndTheColourButItsGroupDoesNot)
 {
-    BodySpec modified{1002, ScrewM6x20()};
+    PartBody modified{1002, ScrewM6x20()};
     modified.color = 186;
     LoadBodies({{1001, ScrewM6x20()}, modified});
     std::vector<Row> rows = FirstDisplayRows();
@@ -184,7 +184,7 @@ TEST_F(TreeBuild, ChildInTheModificationColourShowsGaiMoAndTheColourButItsGroupD
 
 TEST_F(TreeBuild, GroupIsColouredOnlyWhenItsColumn11ReadsGaiMo)
 {
-    BodySpec modified{1001, With(Named("顶针", "A"), {{"修改日期", "2024-05-18"}})};
+    PartBody modified{1001, With(Named("顶针", "A"), {{"修改日期", "2024-05-18"}})};
     modified.color = 186;
     LoadBodies({modified, {1002, With(Named("顶针", "B"), {{"修改日期", "改模"}})}});
     std::vector<Row> rows = FirstDisplayRows();
@@ -209,11 +209,11 @@ TEST_F(TreeBuild, BodyNodeIsColouredByItsBodyColourOnly)
 
 TEST_F(TreeBuild, HandMadeGroupCountsOnlyItsIdenticalSolidsButListsEveryMember)
 {
-    BodySpec sleeve{1001, Marked({{"名称", "司筒"}, {"组ID", "G1"}})};
+    PartBody sleeve{1001, Marked({{"名称", "司筒"}, {"组ID", "G1"}})};
     sleeve.solid = Stack({{10, 4}, {6, 150}});
-    BodySpec sleeve2 = sleeve;
+    PartBody sleeve2 = sleeve;
     sleeve2.tag = 1002;
-    BodySpec corePin{1003, Marked({{"名称", "司筒针"}, {"组ID", "G1"}})};
+    PartBody corePin{1003, Marked({{"名称", "司筒针"}, {"组ID", "G1"}})};
     corePin.solid = Stack({{6, 4}, {3, 180}});
     LoadBodies({sleeve, sleeve2, corePin});
     std::vector<Row> rows = FirstDisplayRows();
@@ -230,9 +230,9 @@ TEST_F(TreeBuild, SkippedRecordConsumesNoSequenceNumber)
 
 TEST_F(TreeBuild, SequenceTextsHaveThreeDigitsUntil999Then1000)
 {
-    std::vector<BodySpec> bodies;
+    std::vector<PartBody> bodies;
     for (unsigned i = 0; i < 1000; ++i) {
-        BodySpec b{2001 + i, Named("弹簧", "T" + std::to_string(i))};
+        PartBody b{2001 + i, Named("弹簧", "T" + std::to_string(i))};
         b.solid = Box(10, 10, 10 + i);
         bodies.push_back(b);
     }
@@ -248,7 +248,7 @@ TEST_F(TreeBuild, SequenceTextsHaveThreeDigitsUntil999Then1000)
 
 TEST_F(TreeBuild, FirstFlagHasNoEffect)
 {
-    BodySpec copy{1002, Marked()};
+    PartBody copy{1002, Marked()};
     LoadBodies({{1001, ScrewM6x20()}, copy, {1003, Named("顶针")}});
     WithDialog([](Vornadel& dialog, host::LiveDialog&) {
         dialog.CreatStdPartNodes(false, true);
@@ -306,10 +306,10 @@ TEST_F(TreeBuild, NoNodeIsExpanded)
 
 TEST_F(TreeBuild, BlankedAndInvisibleBodiesAreNotListed)
 {
-    BodySpec blanked{1002, Named("顶针")};
+    PartBody blanked{1002, Named("顶针")};
     blanked.layer = 20;
     blanked.blanked = true;
-    BodySpec elsewhere{1003, Named("顶针")};
+    PartBody elsewhere{1003, Named("顶针")};
     elsewhere.layer = 30;
     LoadBodies({{1001, ScrewM6x20()}, blanked, elsewhere});
     EXPECT_EQ(std::vector<std::string>{"001 1001"}, Outline(FirstDisplayRows()))

@@ -24,7 +24,7 @@ protected:
 
 TEST_F(TreeRestore, SnapshotBringsBackTheListOfTheLastFullBuild)
 {
-    BodySpec modified{1003, ScrewM6x20()};
+    PartBody modified{1003, ScrewM6x20()};
     modified.color = 186;
     LoadBodies({{1001, ScrewM6x20()}, {1002, ScrewM6x20()}, modified, {1004, Marked({{"名称", "顶针"}})}});
     WithDialog([](Vornadel& dialog, host::LiveDialog&) {
@@ -46,7 +46,7 @@ TEST_F(TreeRestore, SnapshotBringsBackTheListOfTheLastFullBuild)
 
 TEST_F(TreeRestore, RestoredNodesAreColouredOnlyWhenTheirColumn11ReadsGaiMo)
 {
-    BodySpec modified{1002, ScrewM6x20()};
+    PartBody modified{1002, ScrewM6x20()};
     modified.color = 186;
     LoadBodies({{1001, ScrewM6x20()}, modified});
     WithDialog([](Vornadel& dialog, host::LiveDialog&) {
