@@ -130,7 +130,7 @@ TEST_F(FirstDisplay, NineTreeHandlersAreRegisteredInOrder)
     });
 }
 
-TEST_F(FirstDisplay, EditingAndMenuHandlersRefuseEverythingForNow)
+TEST_F(FirstDisplay, EditingHandlersOpenNoEditorAndAcceptNoEdit)
 {
     LoadBodies({{1001, ScrewM6x20()}});
     WithDialog([](Vornadel& dialog, host::LiveDialog&) {
