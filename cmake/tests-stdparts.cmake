@@ -1,2 +1,2 @@
 # Standard parts, the tree and the first display of the plug-in, run inside the host.
-vornadel_test(stdparts_tests stdparts Vornadel bodyinfo readconfig nxhost)
+vornadel_test(stdparts_tests stdparts Vornadel bodyinfo nxhost)
