@@ -317,8 +317,8 @@ private:
             const std::string& key = it.key();
             bool decimal = !key.empty() && key.size() <= 3 && key[0] != '0';
             for (char c : key) decimal = decimal && std::isdigit(static_cast<unsigned char>(c));
-            if (!decimal || !core::IsLayerNumber(std::stoi(key))) Fail(place, "not a layer number 1..256");
-            int layer = std::stoi(key);
+            int layer = decimal ? std::stoi(key) : 0;
+            if (!core::IsLayerNumber(layer)) Fail(place, "not a layer number 1..256");
             if (layer == part.layers.work) Fail(place, "layer " + key + " is the work layer (work_layer)");
             const Json& state = it.value();
             std::string name = state.is_string() ? state.get<std::string>() : std::string();
