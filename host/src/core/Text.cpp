@@ -24,15 +24,16 @@ size_t Utf8SequenceLength(unsigned char lead) {
     return 1;
 }
 
-// The length (1 to 4) of the well-formed UTF-8 sequence at byte at, with its code point; 0 when
-// the bytes there are none: a stray or cut-off byte, an overlong form, a surrogate, a code point
-// beyond U+10FFFF.
+// The length (1 to 4) of the well-formed UTF-8 sequence at byte at, and its code point; 0 (and
+// codePoint untouched) when the bytes there are not one: a stray or cut-off byte, an overlong
+// form, a surrogate, a code point beyond U+10FFFF.
 size_t DecodeUtf8(const std::string& utf8, size_t at, unsigned long& codePoint) {
     unsigned char lead = static_cast<unsigned char>(utf8[at]);
     size_t length = Utf8SequenceLength(lead);
     if (length == 1) {
+        if (lead >= 0x80) return 0;
         codePoint = lead;
-        return lead < 0x80 ? 1 : 0;
+        return 1;
     }
     if (at + length > utf8.size()) return 0;
     unsigned long code = lead & (0x7F >> length);
