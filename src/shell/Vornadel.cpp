@@ -30,8 +30,9 @@ Vornadel::Vornadel()
     theDialog->AddInitializeHandler(NXOpen::make_callback(this, &Vornadel::initialize_cb));
     theDialog->AddDialogShownHandler(NXOpen::make_callback(this, &Vornadel::dialogShown_cb));
 
-    // The dialog is made before the configuration is read: a configuration failure throws from
-    // here and leaves the dialog undeleted and unshown, as the user function always did.
+    // The dialog is made before the configuration is read, on purpose: a configuration failure
+    // throws from here and leaves that dialog undeleted and unshown (the DLL is unloaded right
+    // after the run).
     ReadConfiguration();
 }
 
@@ -41,7 +42,8 @@ Vornadel::~Vornadel()
         delete theDialog;
         theDialog = NULL;
     }
-    // initialParams keeps its records: they live until the DLL is unloaded after the run.
+    // initialParams releases only its own storage; the records it points to belong to
+    // stdPartStore, which deletes every snapshot when it is destroyed after this body.
 }
 
 int Vornadel::Show()
