@@ -356,8 +356,15 @@ int Run(const Options& options, const Installation& installation, std::istream& 
         return kExitUsage;
     }
 
+    const std::string sample = installation.sourceRoot + "/samples/parts/A100.part.json";
+    const std::string partFile = options.part ? *options.part : sample;
+    std::error_code ec;
+    if (options.save && fs::equivalent(partFile, sample, ec)) {
+        err << "vornadel-host: --save would overwrite the bundled sample part; use --save-as OUT.part.json\n";
+        return kExitUsage;
+    }
+
     host::ResetSession();
-    const std::string partFile = options.part ? *options.part : installation.sourceRoot + "/samples/parts/A100.part.json";
     try {
         host::LoadWorkPart(partFile);
     } catch (const host::PartFileError& e) {
@@ -416,9 +423,9 @@ int Run(const Options& options, const Installation& installation, std::istream& 
                 if (executor.Failed()) status = kExitFailed;
             }
         }
-        if (status == kExitOk && options.save) {
+        if (status == kExitOk && (options.save || options.saveAs)) {
             try {
-                host::SaveWorkPart(options.saveTo ? *options.saveTo : partFile);
+                host::SaveWorkPart(options.saveAs ? *options.saveAs : partFile);
             } catch (const host::PartFileError& e) {
                 err << "vornadel-host: " << e.what() << '\n';
                 status = kExitFailed;

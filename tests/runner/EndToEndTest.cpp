@@ -391,7 +391,7 @@ TEST(RunnerOutput, TextIsTheDefaultFormat) {
 TEST(RunnerSave, SaveWritesWhatThePluginChanged) {
     const std::filesystem::path dir = runnertest::Scratch("save");
     const std::string out = (dir / "out.part.json").string();
-    const HostRun run = RunTestPlugin({"-e", "press button0", "-e", "close", "--save", out});
+    const HostRun run = RunTestPlugin({"-e", "press button0", "-e", "close", "--save-as", out});
     ASSERT_EQ(0, run.status) << run.err;
     const HostRun again = RunTestPlugin({"-e", "close", "-e", "show part"}, {}, out);
     EXPECT_TRUE(HasLine(again, u8"attribute\tpart\t测试\tstring\t已保存")) << "the part attribute was saved";
@@ -399,7 +399,7 @@ TEST(RunnerSave, SaveWritesWhatThePluginChanged) {
     EXPECT_TRUE(HasLine(again, u8"attribute\t1002\t测试\tstring\t已保存")) << "the body attribute was saved";
 }
 
-TEST(RunnerSave, SaveWithoutAFileOverwritesThePartFile) {
+TEST(RunnerSave, SaveOverwritesThePartFileThatWasRun) {
     const std::filesystem::path dir = runnertest::Scratch("save-in-place");
     const std::filesystem::path part = dir / "bracket.part.json";
     std::filesystem::copy_file(FixturePart("bracket.part.json"), part);
@@ -418,8 +418,33 @@ TEST(RunnerSave, FailedRunSavesNothing) {
     EXPECT_EQ(before, runnertest::ReadText(part)) << "a failed run leaves the part file alone";
 }
 
+TEST(RunnerSave, AFileAfterSaveIsThePartThatRunsNotATarget) {
+    // "--save mine.part.json" once ran the bundled sample and wrote it over mine.part.json.
+    const std::filesystem::path dir = runnertest::Scratch("save-mine");
+    const std::filesystem::path mine = dir / "mine.part.json";
+    std::filesystem::copy_file(FixturePart("bracket.part.json"), mine);
+    const HostRun run = RunHost({"--plugin", runnertest::TestPlugin(), "--format", "tsv", "--localappdata",
+                                 dir.string(), "--save", mine.string(), "-e", "press button0", "-e", "close"});
+    ASSERT_EQ(0, run.status) << run.err;
+    EXPECT_TRUE(Contains(runnertest::ReadText(mine), u8"已保存")) << "mine.part.json ran and was saved";
+    EXPECT_TRUE(Contains(runnertest::ReadText(mine), "\"tag\": 1001")) << "and it still holds its own bodies";
+}
+
+TEST(RunnerSave, TheBundledSampleIsNeverOverwritten) {
+    const std::filesystem::path sample = runnertest::SourceFolder() / "samples/parts/A100.part.json";
+    const std::string before = runnertest::ReadText(sample);
+    for (const std::vector<std::string>& args : {std::vector<std::string>{"-e", "close", "--save"},
+                                                  {sample.string(), "-e", "close", "--save"}}) {
+        const HostRun run = RunHost(args);
+        EXPECT_EQ(2, run.status) << "refused before anything runs";
+        EXPECT_TRUE(Contains(run.err, "--save would overwrite the bundled sample part")) << run.err;
+        EXPECT_EQ("", run.out) << "nothing ran";
+    }
+    EXPECT_EQ(before, runnertest::ReadText(sample));
+}
+
 TEST(RunnerSave, FailedSaveExitsWithOneAndNamesTheFile) {
-    const HostRun run = RunTestPlugin({"-e", "close", "--save", "/nonexistent/out.part.json"});
+    const HostRun run = RunTestPlugin({"-e", "close", "--save-as", "/nonexistent/out.part.json"});
     EXPECT_EQ(1, run.status) << "a save that fails fails the run";
     EXPECT_TRUE(Contains(run.err, "/nonexistent/out.part.json: cannot be written")) << "the host's message names the file";
 }
