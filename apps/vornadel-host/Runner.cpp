@@ -373,10 +373,17 @@ int Run(const Options& options, const Installation& installation, std::istream& 
     }
 
     // The machine the plug-in runs on: NX's environment, the process environment, the clock.
-    host::SetEnvironmentVariable("VDConfig",
-                                 host::Utf8ToGbk(options.configRoot ? *options.configRoot
-                                                                    : installation.sourceRoot + "/samples"));
+    const std::string configRoot = options.configRoot ? *options.configRoot : installation.sourceRoot + "/samples";
+    host::SetEnvironmentVariable("VDConfig", host::Utf8ToGbk(configRoot));
     setenv("VORNADEL_DRIVES", DriveTable(options, installation).c_str(), 1);
+    // The plug-in reports a missing configuration in its own words, which do not say which
+    // folder it looked in: the runner says so first.
+    const std::string configFolder = host::LocalPath(host::Utf8ToGbk(configRoot));
+    if (!IsFolder(configFolder)) {
+        err << "vornadel-host: the configuration root (VDConfig) " << configRoot;
+        if (configFolder != configRoot) err << " (" << configFolder << ")";
+        err << " is not an existing folder\n";
+    }
     setenv("LOCALAPPDATA", LocalAppData(options).c_str(), 1);
     if (options.desktop) setenv("VORNADEL_DESKTOP", options.desktop->c_str(), 1);
     if (options.time) host::PinClock(*options.time);

@@ -490,6 +490,18 @@ TEST(RunnerEnvironment, DriveTableIsTheBundledDriveThenTheProcessTableThenDriveO
         << "--drive replaces the process's own mapping of the letter";
 }
 
+TEST(RunnerEnvironment, AConfigurationRootThatIsNoFolderIsNamedBeforeTheRun) {
+    const std::filesystem::path dir = runnertest::Scratch("missing-config");
+    const HostRun missing = RunTestPlugin({"--config", "V:\\cfg", "--drive", "V=" + dir.string(), "-e", "press button04", "-e", "close"});
+    EXPECT_EQ(0, missing.status) << "the plug-in still runs and reports it in its own words";
+    EXPECT_TRUE(Contains(missing.err, "the configuration root (VDConfig) V:\\cfg (" + dir.string() + "/cfg) is not an existing folder"))
+        << missing.err;
+    EXPECT_TRUE(HasLine(missing, Event("VDConfig V:\\cfg"))) << "the plug-in gets the root as given";
+    std::filesystem::create_directories(dir / "cfg");
+    const HostRun present = RunTestPlugin({"--config", "V:\\cfg", "--drive", "V=" + dir.string(), "-e", "close"});
+    EXPECT_FALSE(Contains(present.err, "VDConfig")) << "nothing is said of a folder that exists";
+}
+
 TEST(RunnerEnvironment, LocalAppDataIsTheProcessOwnElseAFolderUnderHome) {
     const std::filesystem::path dir = runnertest::Scratch("local-app-data");
     const std::vector<std::string> args = {"run", FixturePart("bracket.part.json"), "--plugin", runnertest::TestPlugin(),
