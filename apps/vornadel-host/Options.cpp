@@ -1,5 +1,7 @@
 #include "Options.hpp"
 
+#include "Script.hpp"
+
 #include <cctype>
 
 namespace runner {
@@ -155,8 +157,8 @@ Options ParseArguments(const std::vector<std::string>& args) {
     return options;
 }
 
-const char* UsageText() {
-    return "usage: vornadel-host [run] [PART.part.json] [options]\n"
+std::string UsageText() {
+    return std::string("usage: vornadel-host [run] [PART.part.json] [options]\n"
            "  --config ROOT          configuration root (the NX variable VDConfig)\n"
            "  --drive X=DIR          map drive X: to the folder DIR (repeatable)\n"
            "  --localappdata DIR     the per-user folder LOCALAPPDATA\n"
@@ -169,7 +171,9 @@ const char* UsageText() {
            "  --format text|tsv      output for people (default) or for programs\n"
            "  --plugin FILE          the plug-in library (default: libVornadel.so beside the runner)\n"
            "  --open                 really open the files the plug-in opens\n"
-           "Without a script or -e the commands come from the terminal. See docs/runner.md.\n";
+           "Without a script or -e the commands come from the terminal. See docs/runner.md.\n"
+           "Commands:\n") +
+           CommandHelp();
 }
 
 }  // namespace runner

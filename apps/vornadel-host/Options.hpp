@@ -42,7 +42,7 @@ Options ParseArguments(const std::vector<std::string>& args);
 // "YYYY-MM-DDTHH:MM:SS[.mmm]" as a local time; nothing when the text is not such a time.
 std::optional<platform::LocalTime> ParseTime(const std::string& text);
 
-// The usage text printed by --help and after a usage error.
-const char* UsageText();
+// The usage text printed by --help and after a usage error: the options, then the commands.
+std::string UsageText();
 
 }  // namespace runner

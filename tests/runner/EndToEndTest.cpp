@@ -43,6 +43,7 @@ TEST(RunnerCommandLine, HelpPrintsTheUsage) {
     const HostRun run = RunHost({"--help"});
     EXPECT_EQ(0, run.status) << "--help is a normal run";
     EXPECT_TRUE(Contains(run.out, "usage: vornadel-host")) << "the usage text goes to standard output";
+    EXPECT_TRUE(Contains(RunHost({"-h"}).out, "Commands:\n  set <blockId> <text>")) << "-h lists the commands too";
 }
 
 TEST(RunnerCommandLine, UnknownOptionExitsWithStatusTwoAndTheUsage) {
@@ -51,6 +52,15 @@ TEST(RunnerCommandLine, UnknownOptionExitsWithStatusTwoAndTheUsage) {
     EXPECT_TRUE(Contains(run.err, "unknown option --frobnicate")) << "the message names the option";
     EXPECT_TRUE(Contains(run.err, "usage: vornadel-host")) << "the usage follows the message";
     EXPECT_EQ("", run.out) << "nothing ran";
+}
+
+TEST(RunnerCommandLine, BytesThatAreNotUtf8AreShownEscaped) {
+    const HostRun command = RunTestPlugin({"-e", "jump\xFF\xB1\xEA"});
+    EXPECT_TRUE(Contains(command.err, "-e:1: unknown command \"jump\\xFF\\xB1\\xEA\"")) << command.err;
+    const HostRun part = RunHost({"gone\xFF.part.json", "-e", "close"});
+    EXPECT_TRUE(Contains(part.err, "gone\\xFF.part.json: cannot be read")) << part.err;
+    const HostRun option = RunHost({"--\xFF"});
+    EXPECT_TRUE(Contains(option.err, "unknown option --\\xFF")) << option.err;
 }
 
 TEST(RunnerCommandLine, BadTimeIsRefusedBeforeAnythingRuns) {
@@ -65,7 +75,7 @@ TEST(RunnerCommandLine, ScriptThatDoesNotParseRunsNothing) {
     runnertest::WriteText(dir / "bad.txt", "show tree\njump 3\nclose\n");
     const HostRun run = RunTestPlugin({"--script", (dir / "bad.txt").string()});
     EXPECT_EQ(2, run.status) << "a script that does not parse exits with 2";
-    EXPECT_TRUE(Contains(run.err, "bad.txt: line 2: unknown command \"jump\"")) << "the file and line are named";
+    EXPECT_TRUE(Contains(run.err, "bad.txt:2: unknown command \"jump\"")) << "the file and line are named";
     EXPECT_EQ("", run.out) << "not even ufusr ran";
 }
 
@@ -78,7 +88,7 @@ TEST(RunnerCommandLine, MissingScriptIsAUsageError) {
 TEST(RunnerCommandLine, BadCommandInDashEIsNamedByItsNumber) {
     const HostRun run = RunTestPlugin({"-e", "show tree", "-e", "click x"});
     EXPECT_EQ(2, run.status) << "-e commands parse before the run";
-    EXPECT_TRUE(Contains(run.err, "-e 2: \"x\" is not a row")) << "the second -e is named";
+    EXPECT_TRUE(Contains(run.err, "-e:2: \"x\" is not a row")) << "the second -e is named";
 }
 
 // ---- part files --------------------------------------------------------------------------------
@@ -150,7 +160,7 @@ TEST(RunnerPlugin, HandlerExceptionEndsTheDialogAndReachesThePlugin) {
     EXPECT_TRUE(HasLine(run, u8"message\tBlock Styler\terror\t按钮出错"))
         << "the update handler's exception ends Show and the plug-in's ufusr catches it";
     EXPECT_EQ(1, run.status) << "the script's next dialog command fails";
-    EXPECT_TRUE(Contains(run.err, "-e 2: no dialog is shown")) << "the dialog is gone";
+    EXPECT_TRUE(Contains(run.err, "-e:2: no dialog is shown")) << "the dialog is gone";
 }
 
 TEST(RunnerPlugin, PluginWithoutDialogStillRunsTheCommands) {
@@ -176,7 +186,7 @@ TEST(RunnerCommands, SetTypesIntoAStringBlock) {
 TEST(RunnerCommands, SetOnAButtonFailsAndStopsTheScript) {
     const HostRun run = RunTestPlugin({"-e", "set button01 x", "-e", "show part"});
     EXPECT_EQ(1, run.status) << "a command the host refuses fails the run";
-    EXPECT_TRUE(Contains(run.err, "-e 1: button01 is a Button, not a StringBlock")) << "the host's reason";
+    EXPECT_TRUE(Contains(run.err, "-e:1: button01 is a Button, not a StringBlock")) << "the host's reason";
     EXPECT_EQ(Sequence({}), Lines(run.out)) << "nothing more runs; the dialog closes and the plug-in unloads";
 }
 
@@ -206,7 +216,7 @@ TEST(RunnerCommands, SelectBodiesWithoutTagsClearsTheCollector) {
 TEST(RunnerCommands, SelectBodiesOfAnUnknownTagFails) {
     const HostRun run = RunTestPlugin({"-e", "select-bodies 999"});
     EXPECT_EQ(1, run.status) << "a body the part lacks";
-    EXPECT_TRUE(Contains(run.err, "-e 1: no body of the work part has tag 999")) << "the host's reason";
+    EXPECT_TRUE(Contains(run.err, "-e:1: no body of the work part has tag 999")) << "the host's reason";
 }
 
 TEST(RunnerCommands, AnswerSelectionOkGivesTheObjects) {
@@ -239,7 +249,7 @@ TEST(RunnerCommands, ClickSelectsTheRowAndDeselectsTheOther) {
 TEST(RunnerCommands, MissingRowFails) {
     const HostRun run = RunTestPlugin({"-e", "click 1.5"});
     EXPECT_EQ(1, run.status) << "a row the tree lacks";
-    EXPECT_TRUE(Contains(run.err, "-e 1: the tree has no row 1.5")) << "the row is named";
+    EXPECT_TRUE(Contains(run.err, "-e:1: the tree has no row 1.5")) << "the row is named";
 }
 
 TEST(RunnerCommands, EditTypesFreeText) {
@@ -293,7 +303,7 @@ TEST(RunnerCommands, CommandsAfterCloseRunWithoutTheDialog) {
     EXPECT_EQ(0, answer.status) << "answer-selection needs no dialog";
     const HostRun tree = RunTestPlugin({"-e", "close", "-e", "show tree"});
     EXPECT_EQ(1, tree.status) << "show tree needs the dialog";
-    EXPECT_TRUE(Contains(tree.err, "-e 2: no dialog is shown")) << "said so";
+    EXPECT_TRUE(Contains(tree.err, "-e:2: no dialog is shown")) << "said so";
 }
 
 TEST(RunnerCommands, ScriptFromStandardInput) {
@@ -308,7 +318,7 @@ TEST(RunnerCommands, StandardInputThatIsNotATerminalIsAScript) {
     EXPECT_TRUE(HasLine(run, Event("update_cb button03"))) << "without --script and -e the commands come from standard input";
     EXPECT_FALSE(Contains(run.out, "vornadel>")) << "no prompt when standard input is not a terminal";
     EXPECT_EQ(1, run.status) << "a failing command ends the run, as in a script";
-    EXPECT_TRUE(Contains(run.err, "standard input:2: the tree has no row 9")) << "the place is standard input's line";
+    EXPECT_TRUE(Contains(run.err, "stdin:2: the tree has no row 9")) << "the place is standard input's line";
 }
 
 TEST(RunnerCommands, FailingScriptCommandIsNamedByItsFileAndLine) {
@@ -354,7 +364,7 @@ TEST(RunnerOutput, TsvPartOfTheFixture) {
         u8"attribute\tpart\t版本\tinteger\t3",
         "layer\t1\twork",
         "layer\t20\tvisible",
-        "layer\t30\thidden",
+        "layer\t30\tinvisible",
         "body\t1001\t10\t6\tshown",
         u8"attribute\t1001\t名称\tstring\t内六角螺钉",
         u8"attribute\t1001\t数量\tstring\t4",
@@ -382,8 +392,8 @@ TEST(RunnerOutput, TextIsTheDefaultFormat) {
     const HostRun run = RunHost({"run", FixturePart("bracket.part.json"), "--plugin", runnertest::TestPlugin(),
                                  "--localappdata", home.string(), "-e", "show tree", "-e", "close"});
     EXPECT_TRUE(Contains(run.out, "+-- information: testplugin\n| ufusr\n+--\n")) << "message boxes as boxes";
-    EXPECT_TRUE(Contains(run.out, u8"名称      数量  状态  备注  colour  body\n")) << "the visible columns as a header";
-    EXPECT_TRUE(Contains(run.out, u8"  螺钉-1                    -       1001\n")) << "children indented";
+    EXPECT_TRUE(Contains(run.out, u8"名称      数量  状态  备注  颜色  实体\n")) << "the visible columns as a header";
+    EXPECT_TRUE(Contains(run.out, u8"  螺钉-1                    -     1001\n")) << "children indented";
 }
 
 // ---- save, clock, environment ------------------------------------------------------------------
