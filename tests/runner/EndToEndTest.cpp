@@ -107,6 +107,26 @@ TEST(RunnerPartFile, MalformedPartFileExitsWithTheHostsMessage) {
     EXPECT_EQ("", run.out) << "the plug-in never ran";
 }
 
+TEST(RunnerPartFile, PartFilesThatOnceEndedTheRunnerAreRefusedWithAMessage) {
+    // A number out of range ended the runner with an uncaught exception (134), deep nesting with
+    // a stack overflow (139); a NUL reached the plug-in as the end of the text.
+    const std::filesystem::path dir = runnertest::Scratch("bad-parts");
+    const std::string head = u8R"({"format": "vornadel-part/1", "leaf": )";
+    const std::vector<std::pair<std::string, std::string>> cases = {
+        {head + u8R"("A", "x": 1e999})", "number overflow parsing '1e999'"},
+        {head + u8R"("A", "zz": )" + std::string(100000, '[') + std::string(100000, ']') + "}",
+         "nested deeper than 100 levels"},
+        {head + u8R"("T\u0000X"})", "leaf: text holds a NUL character"},
+    };
+    for (const auto& [json, message] : cases) {
+        runnertest::WriteText(dir / "bad.part.json", json);
+        const HostRun run = RunTestPlugin({"-e", "close"}, {}, (dir / "bad.part.json").string());
+        EXPECT_EQ(1, run.status) << message;
+        EXPECT_TRUE(Contains(run.err, "bad.part.json:") && Contains(run.err, message)) << run.err;
+        EXPECT_EQ("", run.out) << "the plug-in never ran";
+    }
+}
+
 // ---- the plug-in's life ------------------------------------------------------------------------
 
 TEST(RunnerPlugin, UnloadsRightAfterTheRunWhenAsked) {
