@@ -32,7 +32,15 @@ public:
 
     bool Open() const { return master_ >= 0; }
 
-    // Starts the runner with args on the terminal's other side.
+    // Starts the runner on the terminal's other side: the test plug-in on the fixture part, as
+    // a user of its own, in text format (as for a person).
+    void StartRunner(const std::string& scratch) {
+        const std::string home = runnertest::Scratch(scratch).string();
+        Start({(runnertest::BinaryFolder() / "vornadel-host").string(), runnertest::FixturePart("bracket.part.json"),
+               "--plugin", runnertest::TestPlugin(), "--localappdata", home, "--desktop", home + "/desktop"});
+    }
+
+    // Starts the program args[0] with args on the terminal's other side.
     void Start(const std::vector<std::string>& args) {
         const std::string slave = ptsname(master_);
         pid_ = fork();
@@ -111,9 +119,7 @@ const char kPrompt[] = "vornadel> ";
 TEST(RunnerTerminal, APersonTypesCommandsAtThePrompt) {
     Terminal terminal;
     ASSERT_TRUE(terminal.Open());
-    const std::string home = runnertest::Scratch("terminal").string();
-    terminal.Start({(runnertest::BinaryFolder() / "vornadel-host").string(), runnertest::FixturePart("bracket.part.json"),
-                    "--plugin", runnertest::TestPlugin(), "--localappdata", home, "--desktop", home + "/desktop"});
+    terminal.StartRunner("terminal");
     ASSERT_TRUE(terminal.WaitFor(kPrompt)) << "a prompt once the dialog is shown";
     terminal.Type("help\n");
     ASSERT_TRUE(terminal.WaitFor(kPrompt));
@@ -139,9 +145,7 @@ TEST(RunnerTerminal, APersonTypesCommandsAtThePrompt) {
 TEST(RunnerTerminal, EndOfInputClosesTheDialog) {
     Terminal terminal;
     ASSERT_TRUE(terminal.Open());
-    const std::string home = runnertest::Scratch("terminal-eof").string();
-    terminal.Start({(runnertest::BinaryFolder() / "vornadel-host").string(), runnertest::FixturePart("bracket.part.json"),
-                    "--plugin", runnertest::TestPlugin(), "--localappdata", home, "--desktop", home + "/desktop"});
+    terminal.StartRunner("terminal-eof");
     ASSERT_TRUE(terminal.WaitFor(kPrompt));
     terminal.Type("\x04");  // Ctrl-D at the start of a line
     const TerminalSession s = terminal.Finish();
