@@ -403,6 +403,11 @@ int Run(const Options& options, const Installation& installation, std::istream& 
             } catch (const std::exception& e) {
                 err << "vornadel-host: an exception escaped ufusr: " << host::GbkToUtf8(e.what()) << '\n';
                 escaped = true;
+            } catch (const char* text) {
+                // What a workbook save that fails throws out of the export (NX shows no box).
+                err << "vornadel-host: a plain string (const char*) thrown by the plug-in escaped ufusr: "
+                    << (text != nullptr ? host::GbkToUtf8(text) : std::string("(null)")) << '\n';
+                escaped = true;
             } catch (...) {
                 err << "vornadel-host: an exception that is not a std::exception escaped ufusr\n";
                 escaped = true;

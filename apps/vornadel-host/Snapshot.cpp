@@ -1,5 +1,6 @@
 #include "Snapshot.hpp"
 
+#include <algorithm>
 #include <charconv>
 #include <memory>
 
@@ -112,6 +113,7 @@ PartView ReadPart(NXOpen::Part& part) {
         case NXOpen::Layer::StateSelectable: break;
         }
     }
+    const std::vector<unsigned int> highlighted = host::HighlightedBodies();
     NXOpen::BodyCollection* bodies = part.Bodies();
     for (NXOpen::BodyCollection::iterator it = bodies->begin(); it != bodies->end(); ++it) {
         NXOpen::Body* body = *it;
@@ -120,6 +122,7 @@ PartView ReadPart(NXOpen::Part& part) {
         b.layer = body->Layer();
         b.colour = body->Color();
         b.blanked = body->IsBlanked();
+        b.highlighted = std::find(highlighted.begin(), highlighted.end(), b.tag) != highlighted.end();
         b.attributes = Attributes(*body);
         view.bodies.push_back(b);
     }

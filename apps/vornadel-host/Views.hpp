@@ -37,6 +37,7 @@ struct BodyView {
     int layer = 0;
     int colour = 0;
     bool blanked = false;
+    bool highlighted = false;
     std::vector<AttributeView> attributes;
 };
 
