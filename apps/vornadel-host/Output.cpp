@@ -221,6 +221,23 @@ void Printer::Part(const PartView& part) {
     out_.flush();
 }
 
+void Printer::TreeState(const TreeStateView& state) {
+    if (format_ == Format::Tsv) {
+        for (const RowAddress& row : state.selected) out_ << "selected\t" << RowText(row) << '\n';
+        for (const RowAddress& row : state.expanded) out_ << "expanded\t" << RowText(row) << '\n';
+        out_.flush();
+        return;
+    }
+    auto list = [this](const char* what, const std::vector<RowAddress>& rows) {
+        out_ << what << ':';
+        for (const RowAddress& row : rows) out_ << ' ' << RowText(row);
+        out_ << (rows.empty() ? " (none)\n" : "\n");
+    };
+    list("Selected rows", state.selected);
+    list("Expanded rows", state.expanded);
+    out_.flush();
+}
+
 void Printer::Selection(const host::SelectionRequest& r) {
     if (format_ == Format::Tsv) {
         out_ << "selection\t" << TsvField(Utf8(r.title)) << '\t' << TsvField(Utf8(r.message)) << '\n';

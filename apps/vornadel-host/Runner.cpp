@@ -227,6 +227,7 @@ private:
         case CommandKind::Show:
             switch (c.show) {
             case ShowWhat::Tree: printer_.Tree(ReadTree(Shown(dialog))); break;
+            case ShowWhat::Selection: printer_.TreeState(ReadTreeState(Shown(dialog))); break;
             case ShowWhat::Blocks: printer_.Blocks(Shown(dialog).Title(), dialog->Blocks()); break;
             case ShowWhat::Messages: printer_.Messages(host::Messages()); break;
             case ShowWhat::Part:

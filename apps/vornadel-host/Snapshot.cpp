@@ -100,6 +100,24 @@ TreeView ReadTree(host::LiveDialog& dialog) {
     return view;
 }
 
+TreeStateView ReadTreeState(host::LiveDialog& dialog) {
+    TreeStateView view;
+    NXOpen::BlockStyler::Tree* tree = dialog.Tree();
+    if (tree == nullptr) return view;
+    auto note = [&view](NXOpen::BlockStyler::Node* node, const RowAddress& row) {
+        if (node->IsSelected()) view.selected.push_back(row);
+        if (node->IsExpanded()) view.expanded.push_back(row);
+    };
+    int top = 0;
+    for (NXOpen::BlockStyler::Node* group = tree->RootNode(); group != nullptr; group = group->NextSiblingNode()) {
+        note(group, {++top, 0});
+        int child = 0;
+        for (NXOpen::BlockStyler::Node* n = group->FirstChildNode(); n != nullptr; n = n->NextSiblingNode())
+            note(n, {top, ++child});
+    }
+    return view;
+}
+
 PartView ReadPart(NXOpen::Part& part) {
     PartView view;
     view.leaf = part.Leaf().GetLocaleText();

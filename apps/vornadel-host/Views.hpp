@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "Driver.hpp"
+#include "Script.hpp"
 
 namespace runner {
 
@@ -24,6 +25,12 @@ struct TreeRow {
 struct TreeView {
     std::vector<host::ColumnView> columns;    // in tree order
     std::vector<TreeRow> rows;                // in pre-order
+};
+
+// The rows of the tree that are selected and those that are expanded, each in pre-order.
+struct TreeStateView {
+    std::vector<RowAddress> selected;
+    std::vector<RowAddress> expanded;
 };
 
 struct AttributeView {
