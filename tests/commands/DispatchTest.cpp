@@ -275,6 +275,28 @@ TEST_F(Dispatch, AfterAddModeEveryPressAddsToTheSameGroup)
     EXPECT_EQ("G1", StringAttribute(Body(1004), "组ID"));
 }
 
+TEST_F(Dispatch, ARememberedNodeThatARebuildDeletedIsReportedAndChangesNothing)
+{
+    LoadBodies({{1001, With(ScrewM6x20(), {{"组ID", "G1"}})},
+                {1003, Marked({{"名称", "顶针"}}), Stack({{8, 4}, {4, 200}})}});
+    host::QueueSelectionAnswer(NXOpen::Selection::ResponseOk, {1003});
+    host::QueueSelectionAnswer(NXOpen::Selection::ResponseOk, {1003});
+    WithDialog([&](Vornadel& dialog, host::LiveDialog& live) {
+        dialog.addToGroupMode = true;
+        dialog.addToGroupNode = GroupOf(dialog, 1001);
+        live.Press("button04");  // joins 1003 and rebuilds the tree: the remembered node is gone
+        Body(1003)->DeleteUserAttribute(NXOpen::NXObject::AttributeTypeString, "组ID", true,
+                                        NXOpen::Update::OptionNow);
+        live.Press("button04");
+    });
+    EXPECT_EQ(1u, host::SelectionRequests().size()) << "no second selection dialog";
+    ASSERT_EQ(1u, host::Messages().size());
+    EXPECT_EQ("Block Styler", host::Messages()[0].title);
+    EXPECT_EQ(NXOpen::NXMessageBox::DialogTypeError, host::Messages()[0].type);
+    EXPECT_EQ("<none>", StringAttribute(Body(1003), "组ID"));
+    EXPECT_TRUE(host::HighlightedBodies().empty());
+}
+
 TEST_F(Dispatch, BodySelectionSelectsBodyRowsAndOpensTheirGroupsOnly)
 {
     LoadMould();
