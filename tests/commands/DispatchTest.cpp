@@ -44,6 +44,12 @@ protected:
         return nullptr;
     }
 
+    static void ExpandAll(NXOpen::BlockStyler::Tree* tree)
+    {
+        for (NXOpen::BlockStyler::Node* n = tree->RootNode(); n != nullptr; n = n->NextNode())
+            n->Expand(NXOpen::BlockStyler::Node::ExpandOptionExpand);
+    }
+
     // The body row of this tag (a leaf); NULL when none.
     static NXOpen::BlockStyler::Node* LeafOf(Vornadel& dialog, unsigned tag)
     {
@@ -303,8 +309,7 @@ TEST_F(Dispatch, BodySelectionSelectsBodyRowsAndOpensTheirGroupsOnly)
     WithDialog([&](Vornadel& dialog, host::LiveDialog& live) {
         NXOpen::BlockStyler::Tree* tree = dialog.tree_control0;
         // Everything open and one group row selected before.
-        for (NXOpen::BlockStyler::Node* n = tree->RootNode(); n != nullptr; n = n->NextNode())
-            n->Expand(NXOpen::BlockStyler::Node::ExpandOptionExpand);
+        ExpandAll(tree);
         tree->SelectNode(GroupOf(dialog, 1003), true, false);
         live.SelectBodies("bodySelect0", {1002, 1001});
         std::vector<NXOpen::BlockStyler::Node*> selected = tree->GetSelectedNodes();
@@ -321,8 +326,7 @@ TEST_F(Dispatch, SelectingNothingDeselectsAndCollapsesEveryNode)
     LoadMould();
     WithDialog([&](Vornadel& dialog, host::LiveDialog& live) {
         NXOpen::BlockStyler::Tree* tree = dialog.tree_control0;
-        for (NXOpen::BlockStyler::Node* n = tree->RootNode(); n != nullptr; n = n->NextNode())
-            n->Expand(NXOpen::BlockStyler::Node::ExpandOptionExpand);
+        ExpandAll(tree);
         tree->SelectNode(LeafOf(dialog, 1004), true, false);
         live.SelectBodies("bodySelect0", {});
         EXPECT_TRUE(tree->GetSelectedNodes().empty());
