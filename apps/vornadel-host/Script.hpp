@@ -30,12 +30,12 @@ enum class CommandKind {
     Click,            // click <row> [<column>]
     Edit,             // edit <row> <column> <text>
     Menu,             // menu <row> <itemId>
-    Show,             // show tree | blocks | messages | part
+    Show,             // show tree | blocks | messages | part | selection
     Close,            // close
     Help,             // help | ?
 };
 
-enum class ShowWhat { Tree, Blocks, Messages, Part };
+enum class ShowWhat { Tree, Blocks, Messages, Part, Selection };
 enum class SelectionAnswer { Ok, Cancel, Back };
 
 struct Command {
