@@ -212,7 +212,8 @@ const char* CommandHelp() {
            "  click <row> [<column>]      click a tree cell (row N or N.M, column 0 by default)\n"
            "  edit <row> <column> <text>  edit a tree cell and enter the text\n"
            "  menu <row> <itemId>         right-click the row and choose the menu item\n"
-           "  show tree|blocks|messages|part   print the tree, the blocks, the message boxes, the work part\n"
+           "  show tree|blocks|messages|part|selection   print the tree, the blocks, the message boxes,\n"
+           "                              the work part, the tree's selected and expanded rows\n"
            "  close                       close the dialog (at the terminal: and end the session)\n"
            "  help, ?                     list the commands\n";
 }

@@ -72,7 +72,7 @@ TEST(RunnerInteractive, HelpListsTheCommands) {
     for (const char* typed : {"help\n", "?\n"}) {
         const Session s = Type(typed);
         for (const char* command : {"set <blockId>", "press <blockId>", "folder <path>", "select-bodies", "answer-selection",
-                                    "click <row>", "edit <row>", "menu <row>", "show tree|blocks|messages|part", "close", "help,"})
+                                    "click <row>", "edit <row>", "menu <row>", "show tree|blocks|messages|part|selection", "close", "help,"})
             EXPECT_NE(std::string::npos, s.out.find("  " + std::string(command) + " ")) << typed << command;
         EXPECT_EQ("", s.err);
     }
