@@ -60,7 +60,8 @@ std::unique_ptr<BlockImpl> MakeBlock(DialogImpl& dialog, const DlxBlock& b) {
         t->showHeader = IsTrue(b, "ShowHeader");
         t->showToolTips = IsTrue(b, "ShowToolTips");
         t->sortRootNodes = IsTrue(b, "SortRootNodes");
-        t->height = std::stoi(b.Setting("InitialHeight"));
+        std::string height = b.Setting("InitialHeight");  // a whole number: the reader checked it
+        t->height = height.empty() ? 0 : std::stoi(height);
         block = std::move(t);
         break;
     }
