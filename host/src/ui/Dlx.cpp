@@ -305,9 +305,8 @@ private:
 
     BlockKind KindOf(const XmlElement& item, const std::string& id) const {
         std::string itemClass = item.AttributeOr("class", "");
-        std::string bare = itemClass.compare(0, 12, "UGS::UICOMP_") == 0 ? itemClass.substr(5) : itemClass;
         for (const ClassName& c : kClasses) {
-            if (bare == c.itemClass) return c.kind;
+            if (BareItemClass(itemClass) == c.itemClass) return c.kind;
         }
         Fail(item, "block " + id + " has class \"" + itemClass + "\", which the host does not build");
     }
@@ -370,6 +369,10 @@ const XmlElement* XmlElement::FirstChild(const char* childName) const {
 }
 
 XmlElement ParseXml(const std::string& text, const std::string& name) { return XmlReader(text, name).ReadDocument(); }
+
+std::string BareItemClass(const std::string& itemClass) {
+    return itemClass.compare(0, 12, "UGS::UICOMP_") == 0 ? itemClass.substr(5) : itemClass;
+}
 
 const char* KindName(BlockKind kind) {
     switch (kind) {

@@ -47,6 +47,10 @@ struct DlxProperty {
 // The NX Open classes a dialog file may use in the host.
 enum class BlockKind { Group, StringBlock, ScrolledWindow, Tree, Button, BodyCollector, FolderSelection };
 
+// An item class without the "UGS::" the Styler writes before some "UICOMP_" classes and not
+// before others: "UGS::UICOMP_group" and "UICOMP_group" are one class.
+std::string BareItemClass(const std::string& itemClass);
+
 // The NX Open class name of a kind ("StringBlock", "Tree", ...).
 const char* KindName(BlockKind kind);
 

@@ -19,11 +19,6 @@ std::vector<std::string> Split(const std::string& text, char separator) {
     return parts;
 }
 
-// "UICOMP_x" and "UGS::UICOMP_x" are one class: the Styler writes both.
-std::string BareClass(const std::string& itemClass) {
-    return itemClass.compare(0, 12, "UGS::UICOMP_") == 0 ? itemClass.substr(5) : itemClass;
-}
-
 // A whole number as NX writes one; at most nine digits, so that it fits an int.
 bool IsInteger(const std::string& text) {
     size_t sign = text.compare(0, 1, "-") == 0 ? 1 : 0;
@@ -115,7 +110,9 @@ DlxRules DlxRules::Parse(const std::string& table, const std::string& name) {
                     r.options.emplace_back(option.substr(0, eq), option.substr(eq + 1));
                 }
             }
-            if (rules.Property(r.itemClass, r.id)) fail("property " + r.id + " of " + r.itemClass + " appears twice");
+            if (!rules.index_.emplace(std::make_pair(BareItemClass(r.itemClass), r.id), rules.properties.size()).second) {
+                fail("property " + r.id + " of " + r.itemClass + " appears twice");
+            }
             rules.properties.push_back(std::move(r));
         }
     }
@@ -123,16 +120,13 @@ DlxRules DlxRules::Parse(const std::string& table, const std::string& name) {
 }
 
 const DlxPropertyRule* DlxRules::Property(const std::string& itemClass, const std::string& id) const {
-    std::string bare = BareClass(itemClass);
-    for (const DlxPropertyRule& r : properties) {
-        if (r.id == id && BareClass(r.itemClass) == bare) return &r;
-    }
-    return nullptr;
+    auto it = index_.find(std::make_pair(BareItemClass(itemClass), id));
+    return it == index_.end() ? nullptr : &properties[it->second];
 }
 
 const DlxClassRule* DlxRules::Class(const std::string& itemClass) const {
     for (const DlxClassRule& c : classes) {
-        if (BareClass(c.itemClass) == BareClass(itemClass)) return &c;
+        if (BareItemClass(c.itemClass) == BareItemClass(itemClass)) return &c;
     }
     return nullptr;
 }

@@ -56,6 +56,9 @@ public:
     std::vector<DlxClassRule> classes;
     std::vector<DlxPropertyRule> properties;
     std::vector<std::string> rules;
+
+private:
+    std::map<std::pair<std::string, std::string>, size_t> index_;  // (bare class, id) -> properties
 };
 
 // A mask as NX writes it: a decimal number.
