@@ -66,8 +66,9 @@ bool BodyInfo::MassProperties()
         UF_initialize();
 
     tag_t tag = body_->Tag();
-    // Area, volume, first moments (not tested: 0 about the centroid), centroidal moments, products
-    // (not tested: 0 for many standard parts, where a relative tolerance means nothing).
+    // Tested are what the comparison uses: area, volume and the centroidal moments. First moments
+    // and products are not (0): a product is 0 for a symmetric part, where a relative tolerance
+    // means nothing.
     const double t = kRequestedTolerance;
     double tolerances[11] = {t, t, 0, 0, 0, t, t, t, 0, 0, 0};
     double props[47];

@@ -48,12 +48,13 @@ public:
     //    until successive values agree within them. BodyInfo asks for relative tolerances of
     //    1e-6 on area, volume and the centroidal moments (products are not tested: they are 0
     //    for symmetric parts, and a relative tolerance of 0 means "not tested"). Two copies then
-    //    differ by about 2e-6, fifty times below the comparison's 1e-4.
-    //  - Catalogue neighbours: screws (ISO 4762 lengths in steps of 5 to 20 mm) and dowel pins
-    //    differ by 5 % and more in volume, die springs and guide bushes likewise; the closest
-    //    are ejector pins and sleeves cut to length in whole millimetres, where 1 mm on a 600 mm
-    //    pin changes volume and area by about 1.6e-3 (5 mm on a 400 mm pin by 1.2e-2): sixteen
-    //    times above the comparison's 1e-4.
+    //    differ by about 2e-6 at most, fifty times below the comparison's 1e-4, which leaves room
+    //    for NX's estimate of its error to be off by a good factor.
+    //  - Catalogue neighbours: the lengths of a screw size (ISO 4762 series) or of a dowel pin
+    //    lie 6 % and more apart, their volumes 5 % and more, die springs and guide bushes
+    //    likewise; the closest are ejector pins and sleeves ordered by length in whole
+    //    millimetres, where 1 mm on a 600 mm pin changes volume and area by about 1.6e-3 (5 mm
+    //    on a 400 mm pin by 1.2e-2): sixteen times above the comparison's 1e-4.
     //  - Principal moments are measured against their sum, not each against itself: the
     //    smallest moment of a long thin pin (about its axis, 1e-4 of the others for a 4 x 400
     //    pin) carries the error of the whole tensor when the pin lies askew in the part.
