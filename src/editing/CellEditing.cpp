@@ -134,12 +134,3 @@ NXOpen::BlockStyler::Tree::ControlType Vornadel::AskEditControlCallback(NXOpen::
         return NXOpen::BlockStyler::Tree::ControlTypeNone;
     }
 }
-
-// The group menu is not built yet: no menu is shown and no choice does anything.
-void Vornadel::OnMenuCallback(NXOpen::BlockStyler::Tree*, NXOpen::BlockStyler::Node*, int)
-{
-}
-
-void Vornadel::OnMenuSelectionCallback(NXOpen::BlockStyler::Tree*, NXOpen::BlockStyler::Node*, int)
-{
-}
