@@ -6,6 +6,7 @@
 #include <NXOpen/BlockStyler_Button.hxx>
 #include <NXOpen/BlockStyler_CompositeBlock.hxx>
 #include <NXOpen/NXMessageBox.hxx>
+#include <uf.h>
 
 #include "EditingFixture.hpp"
 #include "editing/GroupMenu.h"
@@ -269,7 +270,9 @@ TEST_F(GroupMenu, ChoiceWithoutANodeOrOfAnotherItemDoesNothing)
     const auto before = PartAttributes();
     WithDialog([](Vornadel& dialog, host::LiveDialog&) {
         Tree* tree = dialog.tree_control0;
+        UF_terminate();
         dialog.OnMenuSelectionCallback(tree, nullptr, kDissolveGroup);
+        EXPECT_EQ(1, UF_is_initialized()) << "the user-function library is initialised first";
         dialog.OnMenuSelectionCallback(tree, nullptr, kAddToGroup);
         dialog.OnMenuSelectionCallback(tree, RowNode(tree, 3), 2);
         dialog.OnMenuSelectionCallback(tree, RowNode(tree, 3), -1);
