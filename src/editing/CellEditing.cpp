@@ -2,7 +2,8 @@
 // copied at once into the same column of each of its body rows, so that saving writes it onto
 // every body of the purchase line. Seven columns open a list of the configured options, the
 // others take free text, and no value is checked. Selecting a row opens its group alone and
-// makes the group's body rows follow a group row's selection.
+// makes the group's body rows follow a group row's selection; expanding and pre-selecting a row
+// need nothing of the plug-in.
 
 #include "editing/CellEditing.h"
 

@@ -43,6 +43,24 @@ void DeleteGroupId(NXOpen::Body* body)
                                   NXOpen::Update::OptionNow);
 }
 
+// The first window inside the dialog window titled title, depth first, whose text is text;
+// NULL when there is no such dialog window or no such window in it.
+platform::WindowHandle FindDialogWindow(const std::string& title, const std::string& text)
+{
+    platform::WindowHandle dialogWindow = platform::FindTopLevelWindow(kDialogWindowClass, title.c_str());
+    if (dialogWindow == NULL)
+        return NULL;  // FindWindowExA would walk every top-level window instead
+    std::vector<platform::WindowHandle> windows;
+    CollectChildWindows(dialogWindow, windows);
+    for (size_t i = 0; i < windows.size(); ++i) {
+        char windowText[1024] = {0};
+        platform::ReadWindowText(windows[i], windowText, sizeof windowText);
+        if (text == windowText)
+            return windows[i];
+    }
+    return NULL;
+}
+
 }  // namespace
 
 void CollectChildWindows(platform::WindowHandle parent, std::vector<platform::WindowHandle>& list)
@@ -81,28 +99,18 @@ void Vornadel::OnMenuSelectionCallback(NXOpen::BlockStyler::Tree*, NXOpen::Block
                 DeleteGroupId(GetNodeBody(children[i]));
             CreatStdPartNodes(true, true);
         } else if (menuItemID == kAddToGroup && button04 != NULL) {
-            // The group button is found on screen by the dialog's title and its own label and
-            // clicked, so that its command runs as if the designer had pressed it; the note left
-            // here makes it add to the clicked row's group. The note is never taken back: every
-            // later press of the button adds to the remembered group too.
+            // The group button is clicked on screen, so that its command runs as if the designer
+            // had pressed it; the note left here makes it add to the clicked row's group. The
+            // note is never taken back: every later press of the button adds to that group too.
             const std::string label = button04->Label().GetLocaleText();
             const std::string title = theDialog->TopBlock()->Label().GetLocaleText();
-            platform::WindowHandle dialogWindow = platform::FindTopLevelWindow(kDialogWindowClass, title.c_str());
-            if (dialogWindow == NULL)
-                return;  // FindWindowExA would walk every top-level window instead
-            std::vector<platform::WindowHandle> windows;
-            CollectChildWindows(dialogWindow, windows);
-            for (size_t i = 0; i < windows.size(); ++i) {
-                char text[1024] = {0};
-                platform::ReadWindowText(windows[i], text, sizeof text);
-                if (label != text)
-                    continue;
-                addToGroupMode = true;
-                addToGroupNode = node;
-                platform::SendWindowMessage(windows[i], platform::WM_LBUTTONDOWN_MESSAGE, 0, 0);
-                platform::SendWindowMessage(windows[i], platform::WM_LBUTTONUP_MESSAGE, 0, 0);
+            platform::WindowHandle button = FindDialogWindow(title, label);
+            if (button == NULL)
                 return;
-            }
+            addToGroupMode = true;
+            addToGroupNode = node;
+            platform::SendWindowMessage(button, platform::WM_LBUTTONDOWN_MESSAGE, 0, 0);
+            platform::SendWindowMessage(button, platform::WM_LBUTTONUP_MESSAGE, 0, 0);
         }
     } catch (std::exception& e) {
         ShowExceptionBox("提示", e);
