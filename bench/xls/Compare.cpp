@@ -32,8 +32,8 @@ namespace fs = std::filesystem;
 
 struct Options {
     int rows = 2000;
-    int warmup = 20;
-    int repeat = 15;
+    int warmup = 50;
+    int repeat = 25;
     fs::path work = fs::path(VORNADEL_BINARY_DIR) / "bench-peers";
     bool install = true;
 };
@@ -188,7 +188,8 @@ std::optional<Outcome> RunPoi(const Options& options, std::string& skipped)
 {
     const fs::path poi = fs::path(kJavaLibs) / "poi.jar";
     if (!fs::exists(poi) && !AptInstall(options, "libapache-poi-java")) {
-        skipped = "Apache POI HSSF skipped: " + poi.string() + " is missing and libapache-poi-java could not be installed";
+        skipped = "Apache POI HSSF skipped: " + poi.string() + " is missing" +
+                  (options.install ? " and libapache-poi-java could not be installed" : " (--no-install)");
         return std::nullopt;
     }
     if (!Have("javac") || !Have("java")) {
@@ -227,7 +228,8 @@ std::optional<Outcome> RunSheetJs(const Options& options, std::string& skipped)
         Shell("npm install --prefix " + Quote(prefix.string()) + " --no-save --no-audit --no-fund --loglevel=error xlsx >&2");
     }
     if (!fs::exists(package)) {
-        skipped = "SheetJS skipped: the npm package xlsx is not in " + prefix.string() + " and could not be installed";
+        skipped = "SheetJS skipped: the npm package xlsx is not in " + prefix.string() +
+                  (options.install ? " and could not be installed" : " (--no-install)");
         return std::nullopt;
     }
     const fs::path output = options.work / "sheetjs.xls";
@@ -301,8 +303,8 @@ void Report(const Options& options, size_t cellCount, const std::vector<Outcome>
 const char kUsage[] =
     "usage: bench_xls_compare [--rows N] [--warmup W] [--repeat R] [--work DIR] [--no-install]\n"
     "  --rows        part rows of the job (default 2000)\n"
-    "  --warmup      untimed runs per library before the timed ones (default 20)\n"
-    "  --repeat      timed runs per library (default 15)\n"
+    "  --warmup      untimed runs per library before the timed ones (default 50)\n"
+    "  --repeat      timed runs per library (default 25)\n"
     "  --work        folder for the job, the peers' programs and packages and the books (default build/bench-peers)\n"
     "  --no-install  use only the peers already there\n";
 
