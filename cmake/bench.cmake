@@ -23,4 +23,6 @@ add_executable(bench_xls_compare ${VORNADEL_ROOT}/bench/xls/Compare.cpp)
 vornadel_cxx17(bench_xls_compare)
 target_compile_definitions(bench_xls_compare PRIVATE VORNADEL_SOURCE_DIR="${VORNADEL_ROOT}"
                                                      VORNADEL_BINARY_DIR="${CMAKE_BINARY_DIR}")
-target_link_libraries(bench_xls_compare PRIVATE xls)
+target_include_directories(bench_xls_compare PRIVATE ${VORNADEL_ROOT}/host/src)
+# nxhost for its UTF-8 writer: the job is handed to the other libraries as UTF-8.
+target_link_libraries(bench_xls_compare PRIVATE xls nxhost)

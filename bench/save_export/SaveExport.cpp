@@ -10,47 +10,19 @@
 // first, so its time less the save's is the export's own: head check, folder, file name, copy of
 // the template, the workbook filled and saved. The dialog is opened several times per mould; the
 // medians and the least times are reported.
-#include <stdlib.h>
-#include <unistd.h>
-
-#include <algorithm>
-#include <chrono>
-#include <cstdio>
-#include <filesystem>
-#include <fstream>
 #include <iostream>
-#include <sstream>
 #include <string>
+#include <utility>
 #include <vector>
 
-#include <NXOpen/BlockStyler_Node.hxx>
-#include <NXOpen/BlockStyler_Tree.hxx>
 #include <uf.h>
 
-#include "Driver.hpp"
-#include "HostSession.hpp"
-#include "Mould.hpp"
+#include "../MouldBench.hpp"
 #include "shell/Vornadel.h"
 
 namespace {
 
-namespace fs = std::filesystem;
-using Clock = std::chrono::steady_clock;
-
-double Milliseconds(Clock::duration d) { return std::chrono::duration<double, std::milli>(d).count(); }
-
-double Median(std::vector<double> values) {
-    std::sort(values.begin(), values.end());
-    const size_t n = values.size();
-    return n % 2 == 1 ? values[n / 2] : (values[n / 2 - 1] + values[n / 2]) / 2;
-}
-
-struct Options {
-    std::vector<int> sizes = {100, 1000, 5000};
-    std::uint64_t seed = 1;
-    int repeat = 5;
-    fs::path source = VORNADEL_SOURCE_DIR;
-};
+using namespace bench;
 
 // One opening of the dialog: save, then export.
 struct Sample {
@@ -62,59 +34,24 @@ struct Sample {
     std::uintmax_t fileBytes = 0;
 };
 
-struct Result {
-    int bodies = 0;
-    Sample median, least;
-};
-
 // The head fields as a designer fills them in: values the bundled option lists offer (narrow
 // literals are GBK in this build, as the dialog takes them).
 const std::pair<const char*, const char*> kHead[] = {
-    {"string03", "SO-2024-0517"},  {"string02", "ERP-24-0091"}, {"string031", "PA66+GF30"},
+    {"string03", "SO-0517"},       {"string02", "E24-091"},     {"string031", "PA66+GF30"},
     {"string033", "P-88231"},      {"string01", "YM-2405"},     {"string032", "280T"},
     {"string0", "海尔智家"},       {"string034", "3.0"},        {"string035", "两板模"},
     {"string036", "陈明"},         {"string04", "洗衣机门把手"},
 };
 
-// A scratch folder for the moulds, a copy of the configuration root's tables (typing a head field may
-// rewrite its option table), the per-user folder, the desktop and the output folder (drive E:),
-// removed at the end.
-class Scratch {
-public:
-    explicit Scratch(const Options& options) {
-        char pattern[] = "/tmp/vornadel-bench-XXXXXX";
-        if (mkdtemp(pattern) == nullptr) throw std::runtime_error("cannot make a scratch folder");
-        path_ = pattern;
-        for (const char* folder : {"appdata", "desktop", "out"}) fs::create_directories(path_ / folder);
-        fs::create_directories(path_ / "root");
-        fs::copy(options.source / "samples" / "config", path_ / "root" / "config", fs::copy_options::recursive);
-    }
-    ~Scratch() {
-        std::error_code ignored;
-        fs::remove_all(path_, ignored);
-    }
-    const fs::path& Path() const { return path_; }
+// The configuration root's tables copied into the scratch folder (typing a head field may rewrite
+// its option table), and the folder of drive E:, where the designer exports.
+fs::path ConfigRoot(const Scratch& scratch) { return scratch.Path() / "root"; }
+fs::path DriveE(const Scratch& scratch) { return scratch.Path() / "out"; }
 
-private:
-    fs::path path_;
-};
-
-int CountNodes(NXOpen::BlockStyler::Tree* tree, bool rootsOnly) {
-    int count = 0;
-    for (NXOpen::BlockStyler::Node* node = tree->RootNode(); node != nullptr;
-         node = rootsOnly ? node->NextSiblingNode() : node->NextNode())
-        ++count;
-    return count;
-}
-
-void SetUpSession(const Options& options, const Scratch& scratch) {
-    host::ResetSession();
-    setenv("VORNADEL_DRIVES",
-           ("D=" + (options.source / "samples" / "drive-d").string() + ";E=" + (scratch.Path() / "out").string()).c_str(), 1);
-    setenv("LOCALAPPDATA", (scratch.Path() / "appdata").c_str(), 1);
-    setenv("VORNADEL_DESKTOP", (scratch.Path() / "desktop").c_str(), 1);
-    host::SetDialogSearchPath({(options.source / "dialog").string()});
-    host::SetEnvironmentVariable("VDConfig", host::Utf8ToGbk((scratch.Path() / "root").string()));
+void CopyConfiguration(const Options& options, const Scratch& scratch) {
+    fs::create_directories(ConfigRoot(scratch));
+    fs::create_directories(DriveE(scratch));
+    fs::copy(options.source / "samples" / "config", ConfigRoot(scratch) / "config", fs::copy_options::recursive);
 }
 
 // The message boxes since `from` must be the one success message of the command.
@@ -132,12 +69,12 @@ void ExpectSuccess(size_t from, const char* command) {
 // picks the output folder, presses save and then export, each timed.
 Sample OpenDialog(const Options& options, const Scratch& scratch, const fs::path& mould) {
     Sample sample;
-    SetUpSession(options, scratch);
+    SetUpSession(options, scratch, ConfigRoot(scratch), "E=" + DriveE(scratch).string());
     host::LoadWorkPart(mould.string());
     UF_initialize();
     Vornadel* dialog = new Vornadel();
     // The output folder the designer picks (the export makes only the part's folder inside it).
-    const fs::path folder = scratch.Path() / "out" / "BOM";
+    const fs::path folder = DriveE(scratch) / "BOM";
     fs::create_directories(folder);
 
     bool shown = false;
@@ -183,62 +120,26 @@ Sample OpenDialog(const Options& options, const Scratch& scratch, const fs::path
     return sample;
 }
 
-Result Measure(const Options& options, int bodies, const Scratch& scratch) {
-    moldgen::Options mould;
-    mould.bodies = bodies;
-    mould.seed = options.seed;
-    const fs::path file = scratch.Path() / ("mould-" + std::to_string(bodies) + ".part.json");
-    std::ofstream(file, std::ios::binary) << moldgen::PartFileText(moldgen::Generate(mould));
-
-    std::vector<Sample> samples;
-    for (int i = 0; i < options.repeat; ++i) samples.push_back(OpenDialog(options, scratch, file));
-    Result result;
-    result.bodies = bodies;
-    result.median = result.least = samples.front();
-    for (double Sample::*field : {&Sample::save, &Sample::exportAll}) {
-        std::vector<double> values;
-        for (const Sample& sample : samples) values.push_back(sample.*field);
-        result.median.*field = Median(values);
-        result.least.*field = *std::min_element(values.begin(), values.end());
-    }
-    return result;
-}
-
-std::string Fixed(double value, int decimals) {
-    char text[32];
-    std::snprintf(text, sizeof text, "%.*f", decimals, value);
-    return text;
-}
-
-void Report(const std::vector<Result>& results, const Options& options) {
+void Report(const std::vector<Result<Sample>>& results, const Options& options) {
     std::cout << "save and export of the BOM in the host (moldgen --seed " << options.seed << "; " << options.repeat
               << " openings of the dialog per mould: median and least time)\n\n";
     const std::vector<std::string> titles = {"bodies", "lines", "rows", "save updates", "save ms", "export updates",
                                              "export ms", "export less save ms", "workbook KiB"};
     std::vector<std::vector<std::string>> rows;
-    for (const Result& r : results) {
+    for (const Result<Sample>& r : results) {
         const Sample& m = r.median;
         rows.push_back({std::to_string(r.bodies), std::to_string(m.lines), std::to_string(m.rows),
                         std::to_string(m.saveUpdates), Fixed(m.save, 1) + " (" + Fixed(r.least.save, 1) + ")",
                         std::to_string(m.exportUpdates), Fixed(m.exportAll, 1) + " (" + Fixed(r.least.exportAll, 1) + ")",
                         Fixed(r.least.exportAll - r.least.save, 1), std::to_string(m.fileBytes / 1024)});
     }
-    std::vector<size_t> widths;
-    for (const std::string& title : titles) widths.push_back(title.size());
-    for (const auto& row : rows)
-        for (size_t c = 0; c < row.size(); ++c) widths[c] = std::max(widths[c], row[c].size());
-    auto print = [&](const std::vector<std::string>& cells) {
-        for (size_t c = 0; c < cells.size(); ++c) std::cout << std::string(2 + widths[c] - cells[c].size(), ' ') << cells[c];
-        std::cout << "\n";
-    };
-    print(titles);
-    for (const auto& row : rows) print(row);
+    PrintTable(titles, rows);
     std::cout << "\nexport less save: the export's own work (head check, folder, file name, template copy, workbook),\n"
                  "from the least times\n";
     std::cout << "\ngrowth of the least times (a linear step grows as the rows of the tree):\n";
     for (size_t i = 1; i < results.size(); ++i) {
-        const Result& a = results[i - 1];
-        const Result& b = results[i];
+        const Result<Sample>& a = results[i - 1];
+        const Result<Sample>& b = results[i];
         std::cout << "  " << a.bodies << " -> " << b.bodies << " bodies: save x" << Fixed(b.least.save / a.least.save, 1)
                   << ", export x" << Fixed(b.least.exportAll / a.least.exportAll, 1) << "   (rows x"
                   << Fixed(static_cast<double>(b.median.rows) / a.median.rows, 1) << ", lines x"
@@ -246,61 +147,13 @@ void Report(const std::vector<Result>& results, const Options& options) {
     }
 }
 
-const char kUsage[] =
-    "usage: bench_save_export [--sizes N,N,...] [--seed S] [--repeat R] [--source DIR]\n"
-    "  --sizes   standard-part bodies of the moulds measured (default 100,1000,5000)\n"
-    "  --seed    moldgen seed of the moulds (default 1)\n"
-    "  --repeat  openings of the dialog per mould (default 5)\n"
-    "  --source  the checkout with samples/ and dialog/ (default: the one built from)\n";
-
-Options Parse(int argc, char** argv) {
-    Options options;
-    for (int i = 1; i < argc; ++i) {
-        const std::string option = argv[i];
-        if (option == "--help" || option == "-h") throw std::invalid_argument("");
-        if (i + 1 >= argc) throw std::invalid_argument(option + " wants a value");
-        const std::string value = argv[++i];
-        if (option == "--sizes") {
-            options.sizes.clear();
-            std::istringstream list(value);
-            for (std::string size; std::getline(list, size, ',');) options.sizes.push_back(std::stoi(size));
-        } else if (option == "--seed") {
-            options.seed = std::stoull(value);
-        } else if (option == "--repeat") {
-            options.repeat = std::max(1, std::stoi(value));
-        } else if (option == "--source") {
-            options.source = value;
-        } else {
-            throw std::invalid_argument("unknown option " + option);
-        }
-    }
-    return options;
-}
-
 }  // namespace
 
 int main(int argc, char** argv) {
-    Options options;
-    try {
-        options = Parse(argc, argv);
-    } catch (const std::exception& e) {
-        if (*e.what() != '\0') std::cerr << "bench_save_export: " << e.what() << "\n";
-        std::cerr << kUsage;
-        return 2;
-    }
-    try {
-        Scratch scratch(options);
-        // What the process sets up once (code-page tables, the dialog file) is paid by a small
-        // mould saved and exported once, not measured.
-        Options warmUp = options;
-        warmUp.repeat = 1;
-        Measure(warmUp, 20, scratch);
-        std::vector<Result> results;
-        for (int bodies : options.sizes) results.push_back(Measure(options, bodies, scratch));
-        Report(results, options);
-    } catch (const std::exception& e) {
-        std::cerr << "bench_save_export: " << e.what() << "\n";
-        return 1;
-    }
-    return 0;
+    return Main("bench_save_export", argc, argv, [](const Options& options, const Scratch& scratch) {
+        CopyConfiguration(options, scratch);
+        Report(MeasureMoulds(options, scratch, OpenDialog,
+                             {&Sample::save, &Sample::exportAll}),
+               options);
+    });
 }

@@ -25,6 +25,7 @@
 #include <vector>
 
 #include "BomJob.hpp"
+#include "HostSession.hpp"
 
 namespace {
 
@@ -109,30 +110,6 @@ bool AptInstall(const Options& options, const std::string& package)
                  "apt-get install -y -qq --no-install-recommends " + package + " >&2") == 0;
 }
 
-std::string Utf8(const std::wstring& text)
-{
-    std::string out;
-    for (wchar_t w : text) {
-        const unsigned long c = static_cast<unsigned long>(w);
-        if (c < 0x80) {
-            out += static_cast<char>(c);
-        } else if (c < 0x800) {
-            out += static_cast<char>(0xC0 | (c >> 6));
-            out += static_cast<char>(0x80 | (c & 0x3F));
-        } else if (c < 0x10000) {
-            out += static_cast<char>(0xE0 | (c >> 12));
-            out += static_cast<char>(0x80 | ((c >> 6) & 0x3F));
-            out += static_cast<char>(0x80 | (c & 0x3F));
-        } else {
-            out += static_cast<char>(0xF0 | (c >> 18));
-            out += static_cast<char>(0x80 | ((c >> 12) & 0x3F));
-            out += static_cast<char>(0x80 | ((c >> 6) & 0x3F));
-            out += static_cast<char>(0x80 | (c & 0x3F));
-        }
-    }
-    return out;
-}
-
 void WriteFile(const fs::path& path, const std::string& bytes)
 {
     std::ofstream out(path, std::ios::binary);
@@ -144,7 +121,11 @@ void WriteFile(const fs::path& path, const std::string& bytes)
 std::string JobText(const std::vector<Cell>& cells)
 {
     std::string text;
-    for (const Cell& c : cells) text += std::to_string(c.row) + "\t" + std::to_string(c.col) + "\t" + Utf8(c.text) + "\n";
+    for (const Cell& c : cells) {
+        text += std::to_string(c.row) + "\t" + std::to_string(c.col) + "\t";
+        for (wchar_t w : c.text) host::AppendUtf8(text, static_cast<unsigned long>(w));
+        text += "\n";
+    }
     return text;
 }
 
