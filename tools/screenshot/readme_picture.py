@@ -1,17 +1,17 @@
 #!/usr/bin/env python3
-"""Makes the README's picture of the exported BOM: the bundled sample mould A100 exported through
-the runner and the workbook as LibreOffice shows it.
+"""Makes the README's picture of the exported BOM: the main job's export of the bundled sample
+mould A100 as LibreOffice shows the workbook.
 
-    tools/screenshot/readme_picture.py [--build DIR] [--out PNG] [--dpi N]
+    tools/screenshot/readme_picture.py [--out PNG] [--dpi N]
 
 1. Installs what is missing with apt-get: LibreOffice Calc (libreoffice-calc-nogui, enough
    headless), poppler-utils (pdftoppm) and a CJK font (fonts-noto-cjk) so that the Chinese shows.
-2. Builds the runner and the plug-in (build/bin/vornadel-host, libVornadel.so).
-3. Runs tools/screenshot/export-a100.txt on samples/parts/A100.part.json: the head filled in,
-   drive E: (a folder under build/readme-picture) picked as the output folder, button01 pressed.
-   The configuration root is a copy of samples/config, so that nothing in the checkout changes.
-4. Converts the workbook with `libreoffice --headless --convert-to pdf`, renders the first page
-   with pdftoppm and crops it to the sheet (the page's header, footer and margins left out).
+2. Runs `./dev.sh main`: the runner (build/bin/vornadel-host) on samples/parts/A100.part.json with
+   samples/scripts/main-job.txt, which fills the head with `set` commands, picks the desktop
+   folder (under build/main) with `folder` and exports with `press button01`.
+3. Converts the exported workbook with `libreoffice --headless --convert-to pdf`, renders the
+   first page with pdftoppm and crops it to the sheet (the page's header, footer and margins left
+   out).
 
 Default output: docs/exported-bom.png. Nothing here is a test; the tests do not use it."""
 import argparse
@@ -21,7 +21,7 @@ import subprocess
 import sys
 
 ROOT = os.path.dirname(os.path.dirname(os.path.dirname(os.path.abspath(__file__))))
-HERE = os.path.join(ROOT, "tools", "screenshot")
+WORK = os.path.join(ROOT, "build", "readme-picture")
 
 
 def run(*command, **kwargs):
@@ -51,21 +51,13 @@ def set_up():
             env=dict(os.environ, DEBIAN_FRONTEND="noninteractive"))
 
 
-def export(build, work):
-    """Exports A100's BOM through the runner; returns the workbook's path."""
-    run("cmake", "-S", ROOT, "-B", build, "-DCMAKE_BUILD_TYPE=RelWithDebInfo")
-    run("cmake", "--build", build, "-j2", "--target", "vornadel-host", "Vornadel")
-    shutil.rmtree(work, ignore_errors=True)
-    for folder in ("root", "out", "appdata", "desktop"):
-        os.makedirs(os.path.join(work, folder))
-    shutil.copytree(os.path.join(ROOT, "samples", "config"), os.path.join(work, "root", "config"))
-    run(os.path.join(build, "bin", "vornadel-host"), "run", os.path.join(ROOT, "samples", "parts", "A100.part.json"),
-        "--config", os.path.join(work, "root"), "--drive", "E=" + os.path.join(work, "out"),
-        "--localappdata", os.path.join(work, "appdata"), "--desktop", os.path.join(work, "desktop"),
-        "--time", "2024-05-17T09:30:00", "--script", os.path.join(HERE, "export-a100.txt"))
-    workbook = os.path.join(work, "out", "A100", "A100标准件BOM.xls")
+def export():
+    """The main job of ./dev.sh main; returns the path of the workbook it exported."""
+    with open(os.path.join(WORK, "main-job.log"), "w") as log:
+        run(os.path.join(ROOT, "dev.sh"), "main", stdout=log)
+    workbook = os.path.join(ROOT, "build", "main", "c", "Users", "designer", "Desktop", "A100", "A100标准件BOM.xls")
     if not os.path.isfile(workbook):
-        sys.exit("the export wrote no " + workbook)
+        sys.exit("./dev.sh main exported no " + workbook)
     return workbook
 
 
@@ -110,11 +102,11 @@ def sheet_box(pgm, dpi):
     return left, top, right - left + 1, bottom - top + 1
 
 
-def picture(workbook, work, out, dpi):
-    profile = "file://" + os.path.join(work, "libreoffice-profile")  # not the user's own profile
-    run("soffice", "-env:UserInstallation=" + profile, "--headless", "--convert-to", "pdf", "--outdir", work, workbook)
-    pdf = os.path.join(work, os.path.splitext(os.path.basename(workbook))[0] + ".pdf")
-    page = os.path.join(work, "page")
+def picture(workbook, out, dpi):
+    profile = "file://" + os.path.join(WORK, "libreoffice-profile")  # not the user's own profile
+    run("soffice", "-env:UserInstallation=" + profile, "--headless", "--convert-to", "pdf", "--outdir", WORK, workbook)
+    pdf = os.path.join(WORK, os.path.splitext(os.path.basename(workbook))[0] + ".pdf")
+    page = os.path.join(WORK, "page")
     run("pdftoppm", "-f", "1", "-l", "1", "-r", str(dpi), "-gray", "-singlefile", pdf, page)
     left, top, width, height = sheet_box(page + ".pgm", dpi)
     run("pdftoppm", "-f", "1", "-l", "1", "-r", str(dpi), "-x", str(left), "-y", str(top), "-W", str(width), "-H",
@@ -124,15 +116,15 @@ def picture(workbook, work, out, dpi):
 
 def main():
     parser = argparse.ArgumentParser(description="Makes the README's picture of the exported BOM.")
-    parser.add_argument("--build", default=os.path.join(ROOT, "build"), help="the build folder (default build/)")
     parser.add_argument("--out", default=os.path.join(ROOT, "docs", "exported-bom.png"), help="the PNG to write")
     parser.add_argument("--dpi", type=int, default=110, help="resolution of the page (default 110)")
     args = parser.parse_args()
     if not args.out.endswith(".png"):
         sys.exit("--out wants a .png file")
     set_up()
-    work = os.path.join(os.path.abspath(args.build), "readme-picture")
-    picture(export(os.path.abspath(args.build), work), work, os.path.abspath(args.out), args.dpi)
+    shutil.rmtree(WORK, ignore_errors=True)
+    os.makedirs(WORK)
+    picture(export(), os.path.abspath(args.out), args.dpi)
 
 
 if __name__ == "__main__":
