@@ -33,12 +33,23 @@ private:
     iconv_t cd_;
 };
 
+enum Direction { FromGbk, ToGbk };
+
+// The descriptor of a direction (GBK <-> UTF-32BE), opened on first use and kept: opening one
+// costs far more than converting a cell's text, and the export converts every cell it writes.
+IconvHandle& Descriptor(Direction direction) {
+    static IconvHandle fromGbk("UTF-32BE", "GBK");
+    static IconvHandle toGbk("GBK", "UTF-32BE");
+    IconvHandle& cd = direction == FromGbk ? fromGbk : toGbk;
+    if (cd.ok()) iconv(cd.get(), NULL, NULL, NULL, NULL);  // back to the initial state
+    return cd;
+}
+
 // Converts in with iconv, unit bytes at a time where it must skip: every unit that cannot be
 // converted (invalid, incomplete or not representable) becomes replacement. Without a descriptor
 // (iconv lacks GBK) only single-byte ASCII units pass.
-std::string Convert(const char* to, const char* from, const std::string& in, size_t unit,
-                    const std::string& replacement) {
-    IconvHandle cd(to, from);
+std::string Convert(Direction direction, const std::string& in, size_t unit, const std::string& replacement) {
+    IconvHandle& cd = Descriptor(direction);
     std::string out;
     std::vector<char> buffer(4096);
     size_t pos = 0;
@@ -148,7 +159,7 @@ std::string EncodeUtf8(const CodePoints& points) {
 // byte is tried afresh (so the ASCII byte after a stray lead byte survives).
 CodePoints DecodeAnsi(const std::string& ansi) {
     const std::string replacement("\0\0\xFF\xFD", 4);
-    const std::string wide = Convert("UTF-32BE", "GBK", ansi, 1, replacement);
+    const std::string wide = Convert(FromGbk, ansi, 1, replacement);
     CodePoints points(wide.size() / 4);
     for (size_t i = 0; i < points.size(); ++i) {
         unsigned long p = 0;
@@ -170,7 +181,7 @@ std::string EncodeAnsi(const CodePoints& points) {
             wide += static_cast<char>((points[i] >> shift) & 0xFF);
         }
     }
-    return Convert("GBK", "UTF-32BE", wide, 4, "?");
+    return Convert(ToGbk, wide, 4, "?");
 }
 
 }  // namespace
