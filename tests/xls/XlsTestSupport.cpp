@@ -136,12 +136,14 @@ Grid parseCsv(const std::string& text)
 
 }  // namespace
 
-std::map<std::string, Grid> libreOfficeCsv(const fs::path& book, const fs::path& workDir)
+std::map<std::string, Grid> libreOfficeCsv(const fs::path& book, const fs::path& workDir, bool formulas)
 {
-    const fs::path outDir = workDir / ("csv-" + book.stem().u8string());
+    const fs::path outDir = workDir / ("csv-" + book.stem().u8string() + (formulas ? "-formulas" : ""));
     fs::create_directories(outDir);
-    // 44 comma, 34 quote, 76 UTF-8, values as stored (not as shown), -1 every sheet to its own file
-    const std::string filter = "csv:Text - txt - csv (StarCalc):44,34,76,1,,0,false,true,false,false,false,-1";
+    // 44 comma, 34 quote, 76 UTF-8, values as stored (not as shown), formulas or their values, -1
+    // every sheet to its own file
+    const std::string filter = std::string("csv:Text - txt - csv (StarCalc):44,34,76,1,,0,false,true,false,") +
+                               (formulas ? "true" : "false") + ",false,-1";
     CommandResult r = run("soffice -env:UserInstallation=file://" + (workDir / "lo-profile").u8string() +
                           " --headless --convert-to '" + filter + "' --outdir " + quote(outDir) + " " + quote(book));
     std::map<std::string, Grid> sheets;
@@ -381,13 +383,12 @@ BookBuilder& BookBuilder::globalsRecord(uint16_t type, const Bytes& data)
 
 BookBuilder& BookBuilder::sheet(const std::string& name)
 {
-    sheets_.push_back({name, false, {}});
-    return *this;
+    return sheet(name, 0, 0x0010);
 }
 
-BookBuilder& BookBuilder::chartSheet(const std::string& name)
+BookBuilder& BookBuilder::sheet(const std::string& name, uint8_t listedType, uint16_t bofType)
 {
-    sheets_.push_back({name, true, {}});
+    sheets_.push_back({name, listedType, bofType, {}});
     return *this;
 }
 
@@ -423,7 +424,7 @@ Bytes BookBuilder::stream() const
     std::vector<size_t> boundSheets;
     for (const Sheet& s : sheets_) {
         boundSheets.push_back(out.size());
-        Bytes data = cat({le32({0}), Bytes{0, static_cast<unsigned char>(s.chart ? 2 : 0),
+        Bytes data = cat({le32({0}), Bytes{0, s.listedType,
                                            static_cast<unsigned char>(s.name.size()), 0}});
         data.insert(data.end(), s.name.begin(), s.name.end());
         put(out, 0x0085, data);
@@ -432,7 +433,7 @@ Bytes BookBuilder::stream() const
     for (size_t k = 0; k < sheets_.size(); ++k) {
         const uint32_t pos = static_cast<uint32_t>(out.size());
         for (int i = 0; i < 4; ++i) out[boundSheets[k] + 4 + i] = static_cast<unsigned char>(pos >> (8 * i));
-        put(out, 0x0809, cat({le16({0x0600, sheets_[k].chart ? 0x0020u : 0x0010u, 0x0DBB, 0x07CC}), le32({0, 6})}));
+        put(out, 0x0809, cat({le16({0x0600, sheets_[k].bofType, 0x0DBB, 0x07CC}), le32({0, 6})}));
         for (const auto& r : sheets_[k].records) put(out, r.first, r.second);
         put(out, 0x000A, {});
     }
