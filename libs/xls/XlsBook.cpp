@@ -21,6 +21,7 @@ const size_t kMaxTextUnits = 32767;        // the most a BIFF8 cell holds
 const u32 kStandardRowHeight = 255;        // twips, when the sheet gives none
 const u32 kPlainRowFlags = 0x000F0100u;    // what Excel writes for a row without formats
 const char* const kBiff5Refused = "Excel 5.0/95 workbook (BIFF5) is not supported: save it as Excel 97-2003 (.xls)";
+const char* const kOldBiffRefused = "Excel 2.x-4.0 workbook is not supported: save it as Excel 97-2003 (.xls)";
 
 std::string number(long v)
 {
@@ -190,6 +191,12 @@ std::string BookState::sheetName(const SheetState& s) const
 
 bool BookState::load(const u8* bytes, size_t size, std::string& error)
 {
+    // Excel 2.x to 4.0 saved a bare BIFF stream, not a compound file.
+    const u32 first = size >= 4 ? getU16(bytes) : 0;
+    if (first == kBof2 || first == kBof3 || first == kBof4) {
+        error = kOldBiffRefused;
+        return false;
+    }
     if (!file.read(bytes, size, error)) return false;
     // Excel 97 and later name the stream "Workbook", Excel 5.0/95 "Book"; other writers use
     // either name for either format (any case), so the BOF record decides what the stream holds.
@@ -207,7 +214,7 @@ bool BookState::load(const u8* bytes, size_t size, std::string& error)
     }
     splitRecords(stream, records, &end);
     if (!records.empty() && (records[0].type == kBof2 || records[0].type == kBof3 || records[0].type == kBof4)) {
-        error = "Excel 2.x-4.0 workbook is not supported: save it as Excel 97-2003 (.xls)";
+        error = kOldBiffRefused;
         return false;
     }
     if (records.empty() || records[0].type != kBof || records[0].size < 4) {

@@ -232,6 +232,7 @@ TEST(XlsLoad, RefusesAnExcel4OrOlderWorkbook)
     for (unsigned bofType : {0x0009u, 0x0209u, 0x0409u}) {
         const Bytes bof = le16({bofType, 6, 0x0000, 0x0010, 0});
         EXPECT_TRUE(contains(loadMessage(compoundFile({{"Book", bof}})), "Excel 2.x-4.0")) << bofType;
+        EXPECT_TRUE(contains(loadMessage(bof), "Excel 2.x-4.0")) << bofType << ", a bare stream as Excel saved it";
     }
 }
 
