@@ -271,20 +271,33 @@ bool BookState::load(const u8* bytes, size_t size, std::string& error)
     }
     owner.assign(n, kNone);
     inTable.assign(n, 0);
+    std::vector<u32> bofs;
+    std::vector<char> startsSheet(n, 0);
     for (size_t k = 0; k < boundSheets.size(); ++k) {
-        sheets.push_back(new SheetState(this));
-        SheetState& s = *sheets.back();
-        s.boundSheet = boundSheets[k];
-        u32 bof = findRecord(getU32(data(s.boundSheet)));
+        u32 bof = findRecord(getU32(data(boundSheets[k])));
         if (bof == kNone || records[bof].type != kBof || bof <= globalsEof) bof = k < topLevel.size() ? topLevel[k] : kNone;
         if (bof == kNone) {
             error = "damaged workbook: sheet " + number(static_cast<long>(k)) + " is missing from the Workbook stream";
             return false;
         }
-        for (u32 i = bof, depth = 0; i < n && s.eof == kNone; ++i) {
+        bofs.push_back(bof);
+        startsSheet[bof] = 1;
+    }
+    for (size_t k = 0; k < boundSheets.size(); ++k) {
+        sheets.push_back(new SheetState(this));
+        SheetState& s = *sheets.back();
+        s.boundSheet = boundSheets[k];
+        const u32 bof = bofs[k];
+        // A sheet ends at the EOF that closes its BOF. Gnumeric writes a chart sheet as two BOFs
+        // and one EOF: a sheet other than a worksheet that leaves a BOF open ends at its last
+        // EOF before the next sheet.
+        u32 lastEof = kNone;
+        for (u32 i = bof, depth = 0; i < n && s.eof == kNone && (i == bof || !startsSheet[i]); ++i) {
             if (records[i].type == kBof) ++depth;
+            if (records[i].type == kEof) lastEof = i;
             if (records[i].type == kEof && depth > 0 && --depth == 0) s.eof = i;
         }
+        if (s.eof == kNone && records[bof].size >= 4 && getU16(data(bof) + 2) != kBofWorksheet) s.eof = lastEof;
         if (s.eof == kNone) {
             error = "damaged workbook: sheet " + number(static_cast<long>(k)) + " has no end (EOF) record";
             return false;
