@@ -23,6 +23,9 @@ const u32 kPlainRowFlags = 0x000F0100u;    // what Excel writes for a row withou
 const char* const kBiff5Refused = "Excel 5.0/95 workbook (BIFF5) is not supported: save it as Excel 97-2003 (.xls)";
 const char* const kOldBiffRefused = "Excel 2.x-4.0 workbook is not supported: save it as Excel 97-2003 (.xls)";
 
+// The BOF record of Excel 2.x, 3.0 or 4.0.
+bool oldBof(u32 type) { return type == kBof2 || type == kBof3 || type == kBof4; }
+
 std::string number(long v)
 {
     char text[32];
@@ -192,8 +195,7 @@ std::string BookState::sheetName(const SheetState& s) const
 bool BookState::load(const u8* bytes, size_t size, std::string& error)
 {
     // Excel 2.x to 4.0 saved a bare BIFF stream, not a compound file.
-    const u32 first = size >= 4 ? getU16(bytes) : 0;
-    if (first == kBof2 || first == kBof3 || first == kBof4) {
+    if (size >= 4 && oldBof(getU16(bytes))) {
         error = kOldBiffRefused;
         return false;
     }
@@ -213,7 +215,7 @@ bool BookState::load(const u8* bytes, size_t size, std::string& error)
         return false;
     }
     splitRecords(stream, records, &end);
-    if (!records.empty() && (records[0].type == kBof2 || records[0].type == kBof3 || records[0].type == kBof4)) {
+    if (!records.empty() && oldBof(records[0].type)) {
         error = kOldBiffRefused;
         return false;
     }
