@@ -137,12 +137,12 @@ def macro_sheet_workbook(stream):
     last_sheet = max(i for i, r in enumerate(recs[:globals_end]) if r[0] == 0x0085)
     recs.insert(last_sheet + 1, [0x0085, struct.pack("<IBBBB", 0, 0, 1, len(name) // 2, 1) + name])
     globals_end += 1
-    # The macro sheet: =NOW() in A1, =RETURN() in A2.
+    # The macro sheet: =2+3 in A1, =RETURN() in A2.
     def formula(row, tokens):
         return struct.pack("<HHH", row, 0, 15) + bytes(8) + struct.pack("<HIH", 0x0002, 0, len(tokens)) + tokens
     recs += [[0x0809, struct.pack("<HHHHII", 0x0600, 0x0040, 0x0DBB, 0x07CC, 0, 6)],
              [0x0200, struct.pack("<IIHHH", 0, 2, 0, 1, 0)],
-             [0x0006, formula(0, bytes([0x41]) + struct.pack("<H", 74))],
+             [0x0006, formula(0, bytes([0x1E, 2, 0, 0x1E, 3, 0, 0x03]))],
              [0x0006, formula(1, bytes([0x42, 0]) + struct.pack("<H", 55))],
              [0x023E, struct.pack("<HHHHHHHHI", 0x06B6, 0, 0, 64, 0, 0, 0, 0, 0)],
              [0x000A, b""]]
