@@ -2,6 +2,7 @@
 // array formula or a data table can be replaced too, and the other cells of it get formulas of
 // their own, so that they keep computing (or, in a data table, keep their results).
 
+#include "Formulas.h"
 #include "XlsBook.h"
 #include "XlsTestSupport.h"
 
@@ -217,4 +218,26 @@ TEST(XlsFormula, AFormulaUnderItsExcel4IdIsReplacedLikeAnyFormula)
     const std::vector<Rec> after = sheetRecords(workbookStream(readBytes(dir / "out.xls")), 0);
     EXPECT_EQ(0u, count(after, 0x0406)) << "one record per cell";
     expectOnlyWrittenCellsChanged(xlrdDump(dir / "in.xls"), xlrdDump(dir / "out.xls"), 0, cells);
+}
+
+TEST(XlsFormula, ASharedFormulaMovedToACellTakesItsRowAndColumnWhereTheyAreRelative)
+{
+    // For cell (10, 5): PtgAreaN rows -1 (relative) to 1 (relative), columns -1 (relative) to 3
+    // (absolute); PtgRef3d on sheet 2, row 2 and column 0 relative; PtgRefN at row 7, column 2,
+    // both absolute; PtgAdd between them.
+    Bytes tokens = cat({Bytes{0x2D}, le16({0xFFFF, 1, 0xC0FF, 0x8003}), Bytes{0x3A}, le16({2, 2, 0xC000}), Bytes{0x03},
+                        Bytes{0x2C}, le16({7, 2}), Bytes{0x03}});
+    ASSERT_TRUE(xls::sharedToCellFormula(tokens.data(), tokens.size(), 10, 5));
+    EXPECT_TRUE(cat({Bytes{0x25}, le16({9, 11, 0xC004, 0x8003}), Bytes{0x3A}, le16({2, 12, 0xC005}), Bytes{0x03},
+                     Bytes{0x24}, le16({7, 2}), Bytes{0x03}}) == tokens);
+    // Offsets past the grid's edge wrap, as in Excel: row 0 - 1 is row 65535, column 0 - 1 is IV.
+    Bytes edge = cat({Bytes{0x4C}, le16({0xFFFF, 0xC0FF})});
+    ASSERT_TRUE(xls::sharedToCellFormula(edge.data(), edge.size(), 0, 0));
+    EXPECT_TRUE(cat({Bytes{0x44}, le16({0xFFFF, 0xC0FF})}) == edge);
+    // A token that is not BIFF8's, or tokens that end inside a token: refused, nothing changed.
+    for (Bytes bad : {cat({Bytes{0x2C}, le16({1, 0xC001}), Bytes{0x18, 0x01}}), cat({Bytes{0x2C}, le16({1})})}) {
+        const Bytes before = bad;
+        EXPECT_FALSE(xls::sharedToCellFormula(bad.data(), bad.size(), 3, 3));
+        EXPECT_TRUE(before == bad);
+    }
 }
