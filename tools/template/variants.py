@@ -163,7 +163,10 @@ def macro_sheet_workbook(stream):
             depth -= 1
     for k, i in enumerate(sheets):
         struct.pack_into("<I", out, positions[i] + 4, top[k])
-    shift = len(record(0x00D3, b"")) + len(record(*recs[sheets[-1]]))
+    # Every record inserted or grown lies before the SST.
+    old_sst = next(i for i, r in enumerate(split(stream)) if r[0] == 0x00FC)
+    shift = positions[next(i for i, r in enumerate(recs) if r[0] == 0x00FC)] - sum(
+        4 + len(r[1]) for r in split(stream)[:old_sst])
     for i, r in enumerate(recs[:globals_end]):
         if r[0] == 0x00FF:
             for at in range(2, len(r[1]) - 7, 8):
