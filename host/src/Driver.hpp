@@ -74,6 +74,9 @@ NXOpen::Part* WorkPart();
 // The body with this tag in the work part; NULL when there is none.
 NXOpen::Body* FindBody(unsigned int tag);
 
+// The tags of the work part's highlighted bodies (DisplayableObject::Highlight), in part order.
+std::vector<unsigned int> HighlightedBodies();
+
 // ---------------------------------------------------------------------------------------------
 // Message boxes
 
@@ -100,6 +103,7 @@ struct SelectionRequest {
     bool includeFeatures;
     bool keepHighlighted;
     std::vector<NXOpen::Selection::MaskTriple> masks;
+    std::vector<unsigned int> highlighted;  // the work part's highlighted bodies while it was shown
 };
 
 // The answer the next selection dialog gives: a response and, for Ok, the objects by tag.
@@ -226,5 +230,10 @@ struct WindowView {
     std::vector<WindowView> children;
 };
 std::vector<WindowView> Windows();
+
+// SetWindowTextA: from now on the window's text is text (GBK), whatever its block's label or the
+// dialog's title becomes; the block itself is unchanged. False when no window has the handle.
+// It stands for what another program (or NX itself) may do to a window's text.
+bool ChangeWindowText(void* handle, const std::string& text);
 
 }  // namespace host
