@@ -4,7 +4,6 @@
 // platform's Workbook interface exactly as the BOM export fills it, then read back cell by cell in
 // xlrd: everything not written is unchanged, and so is every sheet and stream that is not the form.
 
-#include "CompoundFile.h"
 #include "XlsTestSupport.h"
 #include "platform/Workbook.h"
 
@@ -12,7 +11,6 @@
 
 #include <cctype>
 #include <cstdlib>
-#include <functional>
 #include <set>
 
 using namespace xlstest;
@@ -20,42 +18,6 @@ using namespace xlstest;
 namespace {
 
 const int kPartRows = 12;  // fewer than the 30 part rows the formula variant has
-
-// Each stream of a compound file by its path ("_VBA_PROJECT_CUR/VBA/dir"), Workbook left out.
-std::map<std::string, Bytes> otherStreams(const Bytes& file)
-{
-    xls::CompoundFile cf;
-    std::string error;
-    EXPECT_TRUE(cf.read(file.data(), file.size(), error)) << error;
-    std::map<std::string, Bytes> out;
-    std::function<void(uint32_t, const std::string&)> walk = [&](uint32_t id, const std::string& folder) {
-        if (id >= cf.entries.size()) return;
-        const unsigned char* raw = cf.entries[id].raw;
-        std::string name;
-        for (int k = 0; k < 32 && (raw[2 * k] != 0 || raw[2 * k + 1] != 0); ++k) name += static_cast<char>(raw[2 * k]);
-        walk(u32at(Bytes(raw, raw + 128), 0x44), folder);
-        walk(u32at(Bytes(raw, raw + 128), 0x48), folder);
-        if (raw[0x42] == xls::kEntryStorage) walk(u32at(Bytes(raw, raw + 128), 0x4C), folder + name + "/");
-        if (raw[0x42] == xls::kEntryStream && !(folder.empty() && name == "Workbook"))
-            out[folder + name] = cf.entries[id].data;
-    };
-    walk(u32at(Bytes(cf.entries[0].raw, cf.entries[0].raw + 128), 0x4C), "");
-    return out;
-}
-
-// Every record after the form's substream (the globals' and the form's are the first two BOFs),
-// INDEX without its stream positions, which move when the string table grows.
-std::vector<std::pair<uint16_t, Bytes>> otherSubstreams(const Bytes& stream)
-{
-    std::vector<std::pair<uint16_t, Bytes>> out;
-    int depth = 0, count = 0;
-    for (const Rec& r : records(stream)) {
-        if (r.type == 0x0809 && depth++ == 0) ++count;
-        if (count > 2) out.emplace_back(r.type, r.type == 0x020B ? Bytes() : r.data);
-        if (r.type == 0x000A && depth > 0) --depth;
-    }
-    return out;
-}
 
 // Drive X: on a temporary folder holding the variant as t.xls; fills it through the Workbook
 // interface as the export does.

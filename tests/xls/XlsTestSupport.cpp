@@ -9,6 +9,7 @@
 #include <cstdlib>
 #include <ctime>
 #include <fstream>
+#include <functional>
 #include <random>
 #include <sstream>
 #include <sys/wait.h>
@@ -744,6 +745,39 @@ Bytes asVersion4(const Bytes& file)
         std::copy(id.begin(), id.end(), out.begin() + 0x4C + 4 * k);
     }
     for (const Bytes& s : sectors) out.insert(out.end(), s.begin(), s.end());
+    return out;
+}
+
+std::map<std::string, Bytes> otherStreams(const Bytes& file)
+{
+    xls::CompoundFile cf;
+    std::string error;
+    EXPECT_TRUE(cf.read(file.data(), file.size(), error)) << error;
+    std::map<std::string, Bytes> out;
+    std::function<void(uint32_t, const std::string&)> walk = [&](uint32_t id, const std::string& folder) {
+        if (id >= cf.entries.size()) return;
+        const unsigned char* raw = cf.entries[id].raw;
+        std::string name;
+        for (int k = 0; k < 32 && (raw[2 * k] != 0 || raw[2 * k + 1] != 0); ++k) name += static_cast<char>(raw[2 * k]);
+        walk(u32at(Bytes(raw, raw + 128), 0x44), folder);
+        walk(u32at(Bytes(raw, raw + 128), 0x48), folder);
+        if (raw[0x42] == xls::kEntryStorage) walk(u32at(Bytes(raw, raw + 128), 0x4C), folder + name + "/");
+        if (raw[0x42] == xls::kEntryStream && !(folder.empty() && name == "Workbook"))
+            out[folder + name] = cf.entries[id].data;
+    };
+    walk(u32at(Bytes(cf.entries[0].raw, cf.entries[0].raw + 128), 0x4C), "");
+    return out;
+}
+
+std::vector<std::pair<uint16_t, Bytes>> otherSubstreams(const Bytes& stream)
+{
+    std::vector<std::pair<uint16_t, Bytes>> out;
+    int depth = 0, count = 0;
+    for (const Rec& r : records(stream)) {
+        if (r.type == 0x0809 && depth++ == 0) ++count;
+        if (count > 2) out.emplace_back(r.type, r.type == 0x020B ? Bytes() : r.data);
+        if (r.type == 0x000A && depth > 0) --depth;
+    }
     return out;
 }
 

@@ -134,6 +134,13 @@ std::vector<Rec> records(const Bytes& stream);
 // The Workbook stream of a saved file, read with the engine's compound-file reader.
 Bytes workbookStream(const Bytes& file);
 
+// Each stream of a compound file by its path ("_VBA_PROJECT_CUR/VBA/dir"), Workbook left out.
+std::map<std::string, Bytes> otherStreams(const Bytes& file);
+// Every record of a Workbook stream after the first sheet's substream (the globals' and the first
+// sheet's are the first two BOFs), INDEX without its stream positions, which move when the string
+// table grows.
+std::vector<std::pair<uint16_t, Bytes>> otherSubstreams(const Bytes& stream);
+
 // Checks what Excel relies on and the other readers ignore, record by record: no record data
 // above 8224 bytes; each BOUNDSHEET8 position lands on its sheet's BOF; the SST holds exactly
 // cstUnique strings, split by the CONTINUE rules, and each EXTSST entry points at its string; in
