@@ -1,9 +1,11 @@
 #include "CellTable.h"
 
+#include "Formulas.h"
 #include "Records.h"
 
 #include <cstddef>
 #include <stdio.h>
+#include <utility>
 
 namespace xls {
 namespace {
@@ -37,7 +39,8 @@ bool CellTable::holds(u32 type)
 {
     switch (type) {
     case kRow: case kDbCell: case kBlank: case kMulBlank: case kRk: case kMulRk: case kNumber:
-    case kLabelSst: case kLabel: case kRString: case kBoolErr: case kFormula: case kString:
+    case kLabelSst: case kLabel: case kRString: case kBoolErr: case kFormula: case kFormula3: case kFormula4:
+    case kString:
     case kShrFmla: case kArray: case kTable:
         return true;
     default:
@@ -135,20 +138,22 @@ bool CellTable::take(u32 type, const u8* data, size_t size, std::string& error)
     case kLabel:
     case kRString:
     case kBoolErr:
-    case kFormula: {
+    case kFormula:
+    case kFormula3:
+    case kFormula4: {
         if (size < 6) break;
         if (getU16(data + 2) >= kMaxColumns) {
             error = describe("a cell lies beyond column IV", type);
             return false;
         }
-        Group g = {static_cast<u32>(verbatim_.size()), static_cast<u32>(kRecordHeaderSize + size), false};
+        Group g = {static_cast<u32>(verbatim_.size()), static_cast<u32>(kRecordHeaderSize + size), kNoRange};
         appendRecord(verbatim_, type, data, size);
         Cell& c = put(getU16(data), getU16(data + 2));
         c.kind = kVerbatim;
         c.xf = getU16(data + 4);
         c.value = static_cast<u32>(groups_.size());
         groups_.push_back(g);
-        if (type == kFormula) hasFormulas_ = true;
+        if (type == kFormula || type == kFormula3 || type == kFormula4) hasFormulas_ = true;
         return true;
     }
     case kShrFmla:
@@ -161,9 +166,10 @@ bool CellTable::take(u32 type, const u8* data, size_t size, std::string& error)
             error = describe("a formula's companion record has no formula before it", type);
             return false;
         }
+        if ((type == kShrFmla || type == kArray || type == kTable) && groups_.back().range == kNoRange)
+            groups_.back().range = static_cast<u32>(verbatim_.size());
         appendRecord(verbatim_, type, data, size);
         groups_.back().size += static_cast<u32>(kRecordHeaderSize + size);
-        if (type == kShrFmla || type == kArray || type == kTable) groups_.back().anchor = true;
         return true;
     default:
         error = describe("not a cell record", type);
@@ -173,7 +179,83 @@ bool CellTable::take(u32 type, const u8* data, size_t size, std::string& error)
     return false;
 }
 
-bool CellTable::anchorsFormulaRange(const Cell& c) const { return c.kind == kVerbatim && groups_[c.value].anchor; }
+bool CellTable::release(u32 r, u32 c, std::string& error)
+{
+    const Cell* anchor = cell(r, c);
+    if (anchor == NULL || anchor->kind != kVerbatim || groups_[anchor->value].range == kNoRange) return true;
+    const u32 anchorGroup = anchor->value;
+    const u8* range = &verbatim_[groups_[anchorGroup].range];
+    const u32 rangeType = getU16(range), rangeSize = getU16(range + 2);
+    // SHRFMLA: RefU and cUse before the formula; ARRAY: RefU, flags and a reserved field.
+    const u32 skip = rangeType == kShrFmla ? 8 : 12;
+    if (rangeType != kTable &&
+        (rangeSize < skip + 2 || getU16(range + kRecordHeaderSize + skip) + 2u + skip > rangeSize)) {
+        error = describe("the cell's shared or array formula is damaged", rangeType);
+        return false;
+    }
+    // The formula: cce u16, the tokens, then extra data of some tokens (rgcb), all carried over.
+    const Bytes formula(range + kRecordHeaderSize + (rangeType != kTable ? skip : rangeSize),
+                        range + kRecordHeaderSize + rangeSize);
+    // The other cells refer to the anchor with PtgExp, in a data table with PtgTbl.
+    const u32 reference = rangeType == kTable ? 0x02 : 0x01;
+
+    // Every member's new records, built before anything changes.
+    std::vector<std::pair<u32, Bytes> > replaced;
+    for (size_t row = 0; row < rows_.size(); ++row) {
+        if (rows_[row] == NULL) continue;
+        const std::vector<Cell>& cells = rows_[row]->cells;
+        for (size_t k = 0; k < cells.size(); ++k) {
+            if (cells[k].kind != kVerbatim || cells[k].value == anchorGroup) continue;
+            const Group& g = groups_[cells[k].value];
+            const u8* record = &verbatim_[g.offset];
+            const u32 type = getU16(record), size = getU16(record + 2);
+            const u8* data = record + kRecordHeaderSize;
+            // FORMULA: rw, col, ixfe, value (8), flags u16, chn u32, cce u16, rgce: one reference.
+            if ((type != kFormula && type != kFormula3 && type != kFormula4) || g.range != kNoRange || size < 27 ||
+                getU16(data + 20) != 5 || data[22] != reference || getU16(data + 23) != r || getU16(data + 25) != c)
+                continue;
+            const u8* rest = record + kRecordHeaderSize + size;  // its STRING, CONTINUE
+            const size_t restSize = g.size - kRecordHeaderSize - size;
+            Bytes own;
+            if (rangeType == kTable) {
+                // A cell of a data table keeps its last result, as a constant.
+                const bool text = restSize >= kRecordHeaderSize && getU16(rest) == kString;
+                if (!constantFormula(data + 6, text ? rest + kRecordHeaderSize : NULL,
+                                     text ? getU16(rest + 2) : 0, own)) {
+                    error = describe("a cell of the data table holds a result no formula can hold", type);
+                    return false;
+                }
+            } else {
+                own = formula;
+                if (rangeType == kShrFmla &&
+                    !sharedToCellFormula(&own[2], getU16(&own[0]), static_cast<u32>(row), cells[k].col)) {
+                    error = describe("the shared formula holds a token this engine does not know", rangeType);
+                    return false;
+                }
+            }
+            const u32 newSize = 20 + static_cast<u32>(own.size());
+            if (newSize > kMaxRecordData) {
+                error = describe("a cell's own copy of the formula would not fit in its record", type);
+                return false;
+            }
+            Bytes member;
+            appendU16(member, type);
+            appendU16(member, newSize);
+            appendBytes(member, data, 20);
+            putU16(&member[kRecordHeaderSize + 14], getU16(data + 14) & ~0x0008u);  // not shared (fShrFmla)
+            appendBytes(member, &own[0], own.size());
+            appendBytes(member, rest, restSize);
+            replaced.push_back(std::make_pair(cells[k].value, member));
+        }
+    }
+    for (size_t k = 0; k < replaced.size(); ++k) {
+        Group& g = groups_[replaced[k].first];
+        g.offset = static_cast<u32>(verbatim_.size());
+        g.size = static_cast<u32>(replaced[k].second.size());
+        appendBytes(verbatim_, &replaced[k].second[0], replaced[k].second.size());
+    }
+    return true;
+}
 
 void CellTable::setLabel(u32 r, u32 c, u32 xf, u32 sstIndex)
 {

@@ -5,7 +5,9 @@
 // rows of cells so that single cells can be replaced or added, then written again in blocks of
 // 32 rows. Runs (MULBLANK, MULRK) become single cells when loaded and runs again when written;
 // every other cell record is kept verbatim with the records that belong to it (a FORMULA's
-// SHRFMLA, ARRAY, TABLE, STRING and CONTINUE).
+// SHRFMLA, ARRAY, TABLE, STRING and CONTINUE). A formula shared by several cells or entered as an
+// array or a data table is kept as it was until its first cell (the anchor, followed by SHRFMLA,
+// ARRAY or TABLE) is replaced: the other cells then get formulas of their own.
 
 #include "Bytes.h"
 
@@ -49,10 +51,14 @@ public:
     const Row* row(u32 r) const { return r < rows_.size() ? rows_[r] : NULL; }
     // The cell, or NULL.
     const Cell* cell(u32 r, u32 c) const;
-    // True when the cell's record is the first cell of a shared formula, an array formula or a
-    // data table (followed by SHRFMLA, ARRAY or TABLE): other cells refer to it.
-    bool anchorsFormulaRange(const Cell& cell) const;
-    // Makes (r, c) a LABELSST cell with the given XF and SST index.
+    // Readies (r, c) for replacement. When its record is the first cell of a shared formula, an
+    // array formula or a data table (followed by SHRFMLA, ARRAY or TABLE), every other cell of it
+    // (a FORMULA that only refers to the first cell: PtgExp, in a data table PtgTbl) gets a formula
+    // of its own: the shared formula moved to that cell, the array's formula as it stands, or, in a
+    // data table, its last result as a constant. False, with a message and nothing changed, when a
+    // formula holds what this engine cannot move.
+    bool release(u32 r, u32 c, std::string& error);
+    // Makes (r, c) a LABELSST cell with the given XF and SST index; release(r, c) first.
     void setLabel(u32 r, u32 c, u32 xf, u32 sstIndex);
 
     bool hasFormulas() const { return hasFormulas_; }
@@ -70,8 +76,9 @@ private:
     struct Group {
         u32 offset;  // in verbatim_, record headers included
         u32 size;
-        bool anchor;
+        u32 range;   // offset in verbatim_ of its SHRFMLA, ARRAY or TABLE; kNoRange without
     };
+    enum { kNoRange = 0xFFFFFFFFu };
 
     static size_t slot(const std::vector<Cell>& cells, u32 c);
     Row& makeRow(u32 r);

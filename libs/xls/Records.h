@@ -11,6 +11,7 @@ namespace xls {
 
 enum RecordType {
     kFormula = 0x0006,
+    kBof2 = 0x0009,  // BOF of Excel 2.x; kBof3, kBof4: of Excel 3.0 and 4.0
     kEof = 0x000A,
     kFilePass = 0x002F,
     kContinue = 0x003C,
@@ -18,6 +19,7 @@ enum RecordType {
     kDefColWidth = 0x0055,
     kUncalced = 0x005E,
     kColInfo = 0x007D,
+    kWsBool = 0x0081,
     kBoundSheet = 0x0085,
     kMulRk = 0x00BD,
     kMulBlank = 0x00BE,
@@ -32,14 +34,18 @@ enum RecordType {
     kNumber = 0x0203,
     kLabel = 0x0204,
     kBoolErr = 0x0205,
+    kFormula3 = 0x0206,  // FORMULA under its Excel 3.0 id (kFormula4: 4.0), which some writers still use
     kString = 0x0207,
     kRow = 0x0208,
+    kBof3 = 0x0209,
     kIndex = 0x020B,
     kArray = 0x0221,
     kDefaultRowHeight = 0x0225,
     kTable = 0x0236,
     kWindow2 = 0x023E,
     kRk = 0x027E,
+    kFormula4 = 0x0406,
+    kBof4 = 0x0409,
     kShrFmla = 0x04BC,
     kBof = 0x0809
 };
@@ -48,8 +54,12 @@ enum {
     kRecordHeaderSize = 4,
     kMaxRecordData = 8224,  // MS-XLS 2.1.4: longer contents continue in CONTINUE records
     kBiff8Version = 0x0600,
-    kBofGlobals = 0x0005,
-    kBofWorksheet = 0x0010
+    kBiff5Version = 0x0500,
+    kBofGlobals = 0x0005,  // BOF.dt: what the substream holds
+    kBofVbaModule = 0x0006,
+    kBofWorksheet = 0x0010,  // also a dialog sheet
+    kBofChart = 0x0020,
+    kBofMacroSheet = 0x0040
 };
 
 // One record of the loaded stream: its data starts at pos + 4 in that stream.

@@ -21,6 +21,10 @@ const size_t kMaxTextUnits = 32767;        // the most a BIFF8 cell holds
 const u32 kStandardRowHeight = 255;        // twips, when the sheet gives none
 const u32 kPlainRowFlags = 0x000F0100u;    // what Excel writes for a row without formats
 const char* const kBiff5Refused = "Excel 5.0/95 workbook (BIFF5) is not supported: save it as Excel 97-2003 (.xls)";
+const char* const kOldBiffRefused = "Excel 2.x-4.0 workbook is not supported: save it as Excel 97-2003 (.xls)";
+
+// The BOF record of Excel 2.x, 3.0 or 4.0.
+bool oldBof(u32 type) { return type == kBof2 || type == kBof3 || type == kBof4; }
 
 std::string number(long v)
 {
@@ -69,7 +73,7 @@ struct ColumnFormat {
 class SheetState {
 public:
     explicit SheetState(BookState* owner)
-        : book(owner), boundSheet(kNone), bof(kNone), eof(kNone), type(0), handle(NULL), table(NULL),
+        : book(owner), boundSheet(kNone), bof(kNone), eof(kNone), kind(NULL), handle(NULL), table(NULL),
           modified(false), dimensions(kNone), index(kNone), defColWidth(kNone), firstColInfo(kNone),
           uncalced(kNone), window2(kNone), firstCell(kNone)
     {
@@ -88,7 +92,7 @@ public:
 
     BookState* book;
     u32 boundSheet, bof, eof;  // record numbers of its BOUNDSHEET8, BOF and EOF
-    u32 type;                  // BOF.dt
+    const char* kind;          // NULL for a worksheet, else what the sheet is: "a chart sheet", ...
     Sheet* handle;             // owned
     CellTable* table;          // owned; made by open()
     bool modified;
@@ -117,6 +121,8 @@ public:
 
     bool load(const u8* bytes, size_t size, std::string& error);
     bool write(Bytes& out, std::string& error) const;
+    const char* kindOfSheet(const SheetState& s) const;
+    std::string sheetName(const SheetState& s) const;
 
     const u8* data(u32 i) const { return &stream[0] + records[i].pos + kRecordHeaderSize; }
     u32 findRecord(u32 pos) const;
@@ -153,15 +159,54 @@ u32 BookState::findRecord(u32 pos) const
     return low < records.size() && records[low].pos == pos ? static_cast<u32>(low) : kNone;
 }
 
+// A sheet is a worksheet when both its BOUNDSHEET8 and its BOF say so and its WSBOOL does not
+// mark it as a dialog sheet (which is stored as a worksheet).
+const char* BookState::kindOfSheet(const SheetState& s) const
+{
+    const u32 bofType = records[s.bof].size >= 4 ? getU16(data(s.bof) + 2) : 0;
+    const u32 listedType = data(s.boundSheet)[5];
+    if (bofType == kBofChart || listedType == 2) return "a chart sheet";
+    if (bofType == kBofMacroSheet || listedType == 1) return "an Excel 4.0 macro sheet";
+    if (bofType == kBofVbaModule || listedType == 6) return "a Visual Basic module";
+    if (bofType != kBofWorksheet || listedType != 0) return "not a worksheet";
+    for (u32 i = s.bof + 1, depth = 0; i < s.eof; ++i) {
+        if (records[i].type == kBof) ++depth;
+        if (records[i].type == kEof && depth > 0) --depth;
+        if (depth == 0 && records[i].type == kWsBool && records[i].size >= 1 && (data(i)[0] & 0x10) != 0)
+            return "a dialog sheet";
+    }
+    return NULL;
+}
+
+// The sheet's name from its BOUNDSHEET8 for messages: characters outside ASCII become '?'.
+std::string BookState::sheetName(const SheetState& s) const
+{
+    const u8* d = data(s.boundSheet);
+    const u32 size = records[s.boundSheet].size;
+    const u32 wide = size >= 8 && (d[7] & 0x01) != 0 ? 2 : 1;
+    std::string name;
+    for (u32 k = 0, at = 8; size >= 8 && k < d[6] && at + wide <= size; ++k, at += wide) {
+        const u32 unit = wide == 2 ? getU16(d + at) : d[at];
+        name += unit >= 0x20 && unit < 0x7F ? static_cast<char>(unit) : '?';
+    }
+    return name;
+}
+
 bool BookState::load(const u8* bytes, size_t size, std::string& error)
 {
+    // Excel 2.x to 4.0 saved a bare BIFF stream, not a compound file.
+    if (size >= 4 && oldBof(getU16(bytes))) {
+        error = kOldBiffRefused;
+        return false;
+    }
     if (!file.read(bytes, size, error)) return false;
+    // Excel 97 and later name the stream "Workbook", Excel 5.0/95 "Book"; other writers use
+    // either name for either format (any case), so the BOF record decides what the stream holds.
+    // A workbook saved for both versions holds both streams: "Workbook" is the one to edit.
     workbook = file.findRootStream("Workbook");
+    if (workbook < 0) workbook = file.findRootStream("Book");
     if (workbook < 0) {
-        if (file.findRootStream("Book") >= 0)
-            error = kBiff5Refused;
-        else
-            error = "not an Excel workbook: the compound file has no Workbook stream";
+        error = "not an Excel workbook: the compound file has no Workbook stream";
         return false;
     }
     stream.swap(file.entries[workbook].data);
@@ -170,13 +215,17 @@ bool BookState::load(const u8* bytes, size_t size, std::string& error)
         return false;
     }
     splitRecords(stream, records, &end);
+    if (!records.empty() && oldBof(records[0].type)) {
+        error = kOldBiffRefused;
+        return false;
+    }
     if (records.empty() || records[0].type != kBof || records[0].size < 4) {
         error = "not an Excel workbook: the Workbook stream does not start with a BOF record";
         return false;
     }
     const u32 version = getU16(data(0));
     if (version != kBiff8Version) {
-        error = version == 0x0500 ? kBiff5Refused : "unsupported BIFF version in the Workbook stream";
+        error = version == kBiff5Version ? kBiff5Refused : "unsupported BIFF version in the Workbook stream";
         return false;
     }
     if (getU16(data(0) + 2) != kBofGlobals) {
@@ -224,26 +273,39 @@ bool BookState::load(const u8* bytes, size_t size, std::string& error)
     }
     owner.assign(n, kNone);
     inTable.assign(n, 0);
+    std::vector<u32> bofs;
+    std::vector<char> startsSheet(n, 0);
     for (size_t k = 0; k < boundSheets.size(); ++k) {
-        sheets.push_back(new SheetState(this));
-        SheetState& s = *sheets.back();
-        s.boundSheet = boundSheets[k];
-        u32 bof = findRecord(getU32(data(s.boundSheet)));
+        u32 bof = findRecord(getU32(data(boundSheets[k])));
         if (bof == kNone || records[bof].type != kBof || bof <= globalsEof) bof = k < topLevel.size() ? topLevel[k] : kNone;
         if (bof == kNone) {
             error = "damaged workbook: sheet " + number(static_cast<long>(k)) + " is missing from the Workbook stream";
             return false;
         }
-        for (u32 i = bof, depth = 0; i < n && s.eof == kNone; ++i) {
+        bofs.push_back(bof);
+        startsSheet[bof] = 1;
+    }
+    for (size_t k = 0; k < boundSheets.size(); ++k) {
+        sheets.push_back(new SheetState(this));
+        SheetState& s = *sheets.back();
+        s.boundSheet = boundSheets[k];
+        const u32 bof = bofs[k];
+        // A sheet ends at the EOF that closes its BOF. Gnumeric writes a chart sheet as two BOFs
+        // and one EOF: a sheet other than a worksheet that leaves a BOF open ends at its last
+        // EOF before the next sheet.
+        u32 lastEof = kNone;
+        for (u32 i = bof, depth = 0; i < n && s.eof == kNone && (i == bof || !startsSheet[i]); ++i) {
             if (records[i].type == kBof) ++depth;
+            if (records[i].type == kEof) lastEof = i;
             if (records[i].type == kEof && depth > 0 && --depth == 0) s.eof = i;
         }
+        if (s.eof == kNone && records[bof].size >= 4 && getU16(data(bof) + 2) != kBofWorksheet) s.eof = lastEof;
         if (s.eof == kNone) {
             error = "damaged workbook: sheet " + number(static_cast<long>(k)) + " has no end (EOF) record";
             return false;
         }
         s.bof = bof;
-        s.type = records[bof].size >= 4 ? getU16(data(bof) + 2) : 0;
+        s.kind = kindOfSheet(s);
         for (u32 i = s.bof; i <= s.eof; ++i) {
             if (owner[i] != kNone) {
                 error = "damaged workbook: two sheets share one substream";
@@ -347,12 +409,11 @@ u32 SheetState::newCellXf(u32 r, u32 c) const
 
 bool SheetState::write(u32 r, u32 c, const u16* units, size_t length, std::string& error)
 {
-    const Cell* existing = table->cell(r, c);
-    if (existing != NULL && table->anchorsFormulaRange(*existing)) {
-        error = "cell (" + number(static_cast<long>(r)) + ", " + number(static_cast<long>(c)) +
-                ") holds the first formula of a shared formula, array formula or data table, which other cells use";
+    if (!table->release(r, c, error)) {
+        error = "cell (" + number(static_cast<long>(r)) + ", " + number(static_cast<long>(c)) + ") cannot be written: " + error;
         return false;
     }
+    const Cell* existing = table->cell(r, c);
     const u32 xf = existing != NULL ? existing->xf : newCellXf(r, c);
     const bool wasLabel = existing != NULL && existing->kind == kLabelSst;
     const u32 sstIndex = book->strings.add(units, length);
@@ -634,8 +695,9 @@ Sheet* Book::getSheet(int index)
     }
     SheetState& s = *state_->sheets[index];
     if (s.handle != NULL) return s.handle;
-    if (s.type != kBofWorksheet) {
-        error_ = "sheet " + number(index) + " is not a worksheet (a chart, macro or module sheet)";
+    if (s.kind != NULL) {
+        error_ = "sheet " + number(index) + " \"" + state_->sheetName(s) + "\" is " + s.kind +
+                 ": only worksheets can be written";
         return NULL;
     }
     try {

@@ -20,9 +20,11 @@ class Sheet {
 public:
     // Writes text (NUL-terminated) as a string cell at (row, col), both counted from 0. A cell
     // that exists keeps its format (also a blank cell of a run); a new cell takes its row's
-    // format, else its column's, else the default cell format. False, with the book's
-    // errorMessage(), for a cell outside 65,536 rows x 256 columns, text longer than 32,767
-    // UTF-16 units, NULL text, or a cell that anchors a shared or array formula.
+    // format, else its column's, else the default cell format. Over the first cell of a shared
+    // formula, an array formula or a data table, the group's other cells first get formulas of
+    // their own. False, with the book's errorMessage(), for a cell outside 65,536 rows x 256
+    // columns, text longer than 32,767 UTF-16 units, NULL text, or such a first cell whose group
+    // holds a formula that cannot be given to the other cells (the sheet is then unchanged).
     bool writeStr(int row, int col, const wchar_t* text);
 
     // The same with text given as length UTF-16 code units.
@@ -48,12 +50,13 @@ public:
     // The same from bytes in memory.
     bool loadBuffer(const void* data, size_t size);
 
-    // Number of sheets (worksheets, chart sheets, macro sheets); 0 before a load.
+    // Number of sheets (worksheets, chart sheets, dialog sheets, macro sheets, modules); 0 before a load.
     int sheetCount() const;
     // Index of the sheet that was active when the workbook was saved; 0 when none is recorded.
     int activeSheet() const;
     // The worksheet at index, owned by the book; NULL when there is no such sheet, when it is not
-    // a worksheet (chart, macro or module sheet) or when its cells cannot be read.
+    // a worksheet (a chart, dialog or macro sheet or a module: the message names it) or when its
+    // cells cannot be read.
     Sheet* getSheet(int index);
 
     // Writes the book to path: a temporary file beside it is written completely, then replaces

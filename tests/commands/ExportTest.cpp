@@ -266,4 +266,28 @@ TEST_F(Export, LibreOfficeAndGnumericOpenTheExportWithoutComplaint)
         GTEST_SKIP() << "neither Gnumeric nor LibreOffice is installed";
 }
 
+TEST_F(Export, FillsTheTemplateVariantsSitesHaveAndKeepsTheirOtherSheetsAndStreams)
+{
+    // tools/template/variants.sh: the form saved by Gnumeric; with formulas, shaded blanks and a
+    // choice list in the part rows (column A's running-number formula is written over); with a
+    // chart sheet; with an Excel 4.0 macro sheet and a VBA project.
+    LoadMould();
+    int exports = 0;
+    for (const char* variant : {"template-gnumeric.xls", "template-formulas.xls", "template-chart.xls",
+                                "template-macros.xls"}) {
+        fs::copy_file(xlstest::dataDir() / variant, TemplatePath(), fs::copy_options::overwrite_existing);
+        ExportTimes(1);
+        const std::string suffix = exports == 0 ? "" : "-" + std::to_string(exports);
+        ++exports;
+        const fs::path file = PartFolder() / Named("T100标准件BOM" + suffix + ".xls");
+        SCOPED_TRACE(variant);
+        ExpectExported(file);
+        // The workbook stream's sheets after the form, and every other stream, as they were.
+        const xlstest::Bytes before = xlstest::readBytes(TemplatePath()), after = xlstest::readBytes(file);
+        EXPECT_TRUE(xlstest::otherSubstreams(xlstest::workbookStream(before)) ==
+                    xlstest::otherSubstreams(xlstest::workbookStream(after)));
+        EXPECT_TRUE(xlstest::otherStreams(before) == xlstest::otherStreams(after));
+    }
+}
+
 }  // namespace

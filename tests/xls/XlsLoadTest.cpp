@@ -1,6 +1,7 @@
 // Loading: which workbooks the engine opens, which it refuses and with what message, and the
 // sheet operations the export uses (active sheet, getSheet, writeStr's limits).
 
+#include "CompoundFile.h"
 #include "XlsBook.h"
 #include "XlsTestSupport.h"
 
@@ -226,6 +227,43 @@ TEST(XlsLoad, RefusesAnExcel95Workbook)
     EXPECT_TRUE(contains(loadMessage(compoundFile({{"Workbook", bof}})), "BIFF5"));
 }
 
+TEST(XlsLoad, RefusesAnExcel4OrOlderWorkbook)
+{
+    for (unsigned bofType : {0x0009u, 0x0209u, 0x0409u}) {
+        const Bytes bof = le16({bofType, 6, 0x0000, 0x0010, 0});
+        EXPECT_TRUE(contains(loadMessage(compoundFile({{"Book", bof}})), "Excel 2.x-4.0")) << bofType;
+        EXPECT_TRUE(contains(loadMessage(bof), "Excel 2.x-4.0")) << bofType << ", a bare stream as Excel saved it";
+    }
+}
+
+TEST(XlsLoad, TheBofRecordDecidesTheFormatWhateverTheStreamIsCalled)
+{
+    const Bytes stream = BookBuilder().sheet("S").record(0x0201, le16({2, 3, 15})).stream();
+    for (const char* name : {"Book", "BOOK", "book", "WORKBOOK"}) {
+        const Bytes file = compoundFile({{name, stream}});
+        xls::Book book;
+        ASSERT_TRUE(book.loadBuffer(file.data(), file.size())) << name << ": " << book.errorMessage();
+        ASSERT_TRUE(book.getSheet(0)->writeStr(2, 3, L"x"));
+        std::vector<unsigned char> out;
+        ASSERT_TRUE(book.saveBuffer(out));
+        // Saved under its own name, with the cell written.
+        xls::CompoundFile saved;
+        std::string error;
+        ASSERT_TRUE(saved.read(out.data(), out.size(), error)) << error;
+        const int id = saved.findRootStream(name);
+        ASSERT_GE(id, 1) << name;
+        for (size_t k = 0; name[k] != '\0'; ++k) EXPECT_EQ(name[k], saved.entries[id].raw[2 * k]) << name;
+        bool label = false;
+        for (const Rec& r : records(saved.entries[id].data))
+            label = label || (r.type == 0x00FD && u16at(r.data, 0) == 2 && u16at(r.data, 2) == 3);
+        EXPECT_TRUE(label) << name;
+    }
+    // Both streams, as Excel's "97 & 5.0/95" format saves them: the BIFF8 one is edited.
+    const Bytes biff5 = cat({le16({0x0809, 8, 0x0500, 0x0005, 0x0DBB, 0x07CC})});
+    const Bytes dual = compoundFile({{"Book", biff5}, {"Workbook", stream}});
+    EXPECT_EQ("loaded", loadMessage(dual));
+}
+
 TEST(XlsLoad, RefusesAnEncryptedWorkbook)
 {
     const Bytes file = BookBuilder().globalsRecord(0x002F, le16({0, 1, 1})).sheet("S").file();
@@ -298,14 +336,60 @@ TEST(XlsSheet, GetSheetRefusesAnIndexWithoutSheet)
     EXPECT_EQ(nullptr, book.getSheet(-1));
 }
 
-TEST(XlsSheet, GetSheetRefusesAChartSheet)
+TEST(XlsSheet, AWorkbookWithSheetsOfEveryKindLoadsAndOnlyItsWorksheetsCanBeWritten)
 {
-    const Bytes file = BookBuilder().sheet("Data").chartSheet("Chart").file();
+    const Bytes wsBoolDialog = le16({0x04C1 | 0x0010});  // WSBOOL with fDialog
+    const Bytes file = BookBuilder()
+                           .sheet("Data")
+                           .sheet("Chart1", 2, 0x0020)
+                           .record(0x1033, {})  // a chart's BEGIN and END
+                           .record(0x1034, {})
+                           .sheet("Macro1", 1, 0x0040)
+                           .record(0x0201, le16({0, 0, 15}))
+                           .sheet("Module1", 6, 0x0006)
+                           .sheet("Dialog1")
+                           .record(0x0081, wsBoolDialog)
+                           .file();
     xls::Book book;
-    ASSERT_TRUE(book.loadBuffer(file.data(), file.size()));
-    EXPECT_NE(nullptr, book.getSheet(0));
+    ASSERT_TRUE(book.loadBuffer(file.data(), file.size())) << book.errorMessage();
+    EXPECT_EQ(5, book.sheetCount());
+    ASSERT_NE(nullptr, book.getSheet(0)) << book.errorMessage();
+    const char* kinds[] = {nullptr, "\"Chart1\" is a chart sheet", "\"Macro1\" is an Excel 4.0 macro sheet",
+                           "\"Module1\" is a Visual Basic module", "\"Dialog1\" is a dialog sheet"};
+    for (int k = 1; k < 5; ++k) {
+        EXPECT_EQ(nullptr, book.getSheet(k)) << k;
+        EXPECT_TRUE(contains(book.errorMessage(), "sheet " + std::to_string(k) + " " + kinds[k])) << book.errorMessage();
+        EXPECT_TRUE(contains(book.errorMessage(), "only worksheets can be written")) << book.errorMessage();
+    }
+    // Nothing was written, so the workbook saves as it was loaded.
+    std::vector<unsigned char> out;
+    ASSERT_TRUE(book.saveBuffer(out)) << book.errorMessage();
+    EXPECT_TRUE(workbookStream(out) == workbookStream(file));
+}
+
+TEST(XlsSheet, ASheetNameOutsideAsciiIsShownWithQuestionMarks)
+{
+    // BOUNDSHEET8 of a chart sheet named 图表1 in UTF-16, as Excel writes Chinese names.
+    Bytes file = BookBuilder().sheet("Data").sheet("XXX1", 2, 0x0020).file();
+    Bytes stream = workbookStream(file);
+    for (const Rec& r : records(stream)) {
+        if (r.type != 0x0085 || r.data[8] != 'X') continue;
+        Bytes data = cat({Bytes(r.data.begin(), r.data.begin() + 6), Bytes{3, 1}, le16({0x56FE, 0x8868, '1'})});
+        Bytes rebuilt(stream.begin(), stream.begin() + r.pos);
+        Bytes header = le16({0x0085, static_cast<unsigned>(data.size())});
+        rebuilt.insert(rebuilt.end(), header.begin(), header.end());
+        rebuilt.insert(rebuilt.end(), data.begin(), data.end());
+        rebuilt.insert(rebuilt.end(), stream.begin() + r.pos + 4 + r.data.size(), stream.end());
+        // The name grew by two bytes: the sheets' substreams move with it.
+        for (const Rec& b : records(rebuilt))
+            if (b.type == 0x0085) setU32(rebuilt, b.pos + 4, u32at(b.data, 0) + 2);
+        file = compoundFile({{"Workbook", rebuilt}});
+        break;
+    }
+    xls::Book book;
+    ASSERT_TRUE(book.loadBuffer(file.data(), file.size())) << book.errorMessage();
     EXPECT_EQ(nullptr, book.getSheet(1));
-    EXPECT_TRUE(contains(book.errorMessage(), "not a worksheet"));
+    EXPECT_TRUE(contains(book.errorMessage(), "sheet 1 \"??1\" is a chart sheet")) << book.errorMessage();
 }
 
 TEST(XlsSheet, GetSheetRefusesASheetWithDamagedCells)
@@ -353,25 +437,4 @@ TEST(XlsSheet, WriteStrRefusesTextLongerThanACellHolds)
     EXPECT_TRUE(contains(book.errorMessage(), "32767")) << book.errorMessage();
     // A character above U+FFFF takes two UTF-16 units.
     EXPECT_FALSE(sheet->writeStr(1, 1, std::wstring(16384, L'\U0001F600').c_str()));
-}
-
-TEST(XlsSheet, WriteStrRefusesTheFirstCellOfASharedOrArrayFormula)
-{
-    // features-libreoffice.xls: D2:D41 share one formula (SHRFMLA after D2's FORMULA); G2:G3 hold an
-    // array formula (ARRAY after G2's FORMULA).
-    const std::vector<Rec> recs = records(workbookStream(readBytes(dataDir() / "features-libreoffice.xls")));
-    std::vector<std::pair<int, int>> anchors;
-    for (size_t i = 1; i < recs.size(); ++i)
-        if ((recs[i].type == 0x04BC || recs[i].type == 0x0221) && recs[i - 1].type == 0x0006)
-            anchors.push_back({u16at(recs[i - 1].data, 0), u16at(recs[i - 1].data, 2)});
-    ASSERT_EQ(2u, anchors.size());
-    xls::Book book;
-    ASSERT_TRUE(book.load((dataDir() / "features-libreoffice.xls").c_str()));
-    xls::Sheet* sheet = book.getSheet(1);
-    ASSERT_NE(nullptr, sheet);
-    for (const auto& a : anchors) {
-        EXPECT_FALSE(sheet->writeStr(a.first, a.second, L"x")) << a.first << ", " << a.second;
-        EXPECT_TRUE(contains(book.errorMessage(), "other cells use")) << book.errorMessage();
-    }
-    EXPECT_TRUE(sheet->writeStr(anchors[0].first + 1, anchors[0].second, L"a member of the group"));
 }

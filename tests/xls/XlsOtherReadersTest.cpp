@@ -68,6 +68,18 @@ TEST(XlsOtherReaders, LibreOfficeReadsTheBomInATemplateGnumericMade)
     expectLibreOfficeSees(in, dir / "out.xls", u8"申购表", cells, {{4, 14}});
 }
 
+TEST(XlsOtherReaders, LibreOfficeReadsTheBomInTheTemplateVariants)
+{
+    if (!haveProgram("soffice")) GTEST_SKIP() << "LibreOffice (soffice) is not installed";
+    for (const char* variant : {"template-formulas.xls", "template-chart.xls", "template-macros.xls"}) {
+        TempDir dir;
+        const fs::path in = dataDir() / variant;
+        const Written cells = bomCells(20);
+        ASSERT_NO_FATAL_FAILURE(writeWorkbook(in, dir / "out.xls", cells));
+        expectLibreOfficeSees(in, dir / "out.xls", u8"申购表", cells, {{4, 14}});
+    }
+}
+
 TEST(XlsOtherReaders, LibreOfficeReadsEveryKindOfCellAfterAWrite)
 {
     if (!haveProgram("soffice")) GTEST_SKIP() << "LibreOffice (soffice) is not installed";
@@ -86,7 +98,8 @@ TEST(XlsOtherReaders, GnumericReadsTheWrittenWorkbooksWithoutNewWarnings)
 {
     if (!haveProgram("ssconvert")) GTEST_SKIP() << "Gnumeric (ssconvert) is not installed";
     for (const fs::path& in : {bundledTemplate(), dataDir() / "template-gnumeric.xls", dataDir() / "features-libreoffice.xls",
-                               dataDir() / "features-gnumeric.xls"}) {
+                               dataDir() / "features-gnumeric.xls", dataDir() / "template-formulas.xls",
+                               dataDir() / "template-chart.xls", dataDir() / "template-macros.xls"}) {
         TempDir dir;
         Written cells = bomCells(300);
         cells[{2, 4}] = std::u16string(20000, u'长');

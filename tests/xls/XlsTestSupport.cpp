@@ -9,6 +9,7 @@
 #include <cstdlib>
 #include <ctime>
 #include <fstream>
+#include <functional>
 #include <random>
 #include <sstream>
 #include <sys/wait.h>
@@ -136,12 +137,14 @@ Grid parseCsv(const std::string& text)
 
 }  // namespace
 
-std::map<std::string, Grid> libreOfficeCsv(const fs::path& book, const fs::path& workDir)
+std::map<std::string, Grid> libreOfficeCsv(const fs::path& book, const fs::path& workDir, bool formulas)
 {
-    const fs::path outDir = workDir / ("csv-" + book.stem().u8string());
+    const fs::path outDir = workDir / ("csv-" + book.stem().u8string() + (formulas ? "-formulas" : ""));
     fs::create_directories(outDir);
-    // 44 comma, 34 quote, 76 UTF-8, values as stored (not as shown), -1 every sheet to its own file
-    const std::string filter = "csv:Text - txt - csv (StarCalc):44,34,76,1,,0,false,true,false,false,false,-1";
+    // 44 comma, 34 quote, 76 UTF-8, values as stored (not as shown), formulas or their values, -1
+    // every sheet to its own file
+    const std::string filter = std::string("csv:Text - txt - csv (StarCalc):44,34,76,1,,0,false,true,false,") +
+                               (formulas ? "true" : "false") + ",false,-1";
     CommandResult r = run("soffice -env:UserInstallation=file://" + (workDir / "lo-profile").u8string() +
                           " --headless --convert-to '" + filter + "' --outdir " + quote(outDir) + " " + quote(book));
     std::map<std::string, Grid> sheets;
@@ -381,13 +384,12 @@ BookBuilder& BookBuilder::globalsRecord(uint16_t type, const Bytes& data)
 
 BookBuilder& BookBuilder::sheet(const std::string& name)
 {
-    sheets_.push_back({name, false, {}});
-    return *this;
+    return sheet(name, 0, 0x0010);
 }
 
-BookBuilder& BookBuilder::chartSheet(const std::string& name)
+BookBuilder& BookBuilder::sheet(const std::string& name, uint8_t listedType, uint16_t bofType)
 {
-    sheets_.push_back({name, true, {}});
+    sheets_.push_back({name, listedType, bofType, {}});
     return *this;
 }
 
@@ -423,7 +425,7 @@ Bytes BookBuilder::stream() const
     std::vector<size_t> boundSheets;
     for (const Sheet& s : sheets_) {
         boundSheets.push_back(out.size());
-        Bytes data = cat({le32({0}), Bytes{0, static_cast<unsigned char>(s.chart ? 2 : 0),
+        Bytes data = cat({le32({0}), Bytes{0, s.listedType,
                                            static_cast<unsigned char>(s.name.size()), 0}});
         data.insert(data.end(), s.name.begin(), s.name.end());
         put(out, 0x0085, data);
@@ -432,7 +434,7 @@ Bytes BookBuilder::stream() const
     for (size_t k = 0; k < sheets_.size(); ++k) {
         const uint32_t pos = static_cast<uint32_t>(out.size());
         for (int i = 0; i < 4; ++i) out[boundSheets[k] + 4 + i] = static_cast<unsigned char>(pos >> (8 * i));
-        put(out, 0x0809, cat({le16({0x0600, sheets_[k].chart ? 0x0020u : 0x0010u, 0x0DBB, 0x07CC}), le32({0, 6})}));
+        put(out, 0x0809, cat({le16({0x0600, sheets_[k].bofType, 0x0DBB, 0x07CC}), le32({0, 6})}));
         for (const auto& r : sheets_[k].records) put(out, r.first, r.second);
         put(out, 0x000A, {});
     }
@@ -743,6 +745,39 @@ Bytes asVersion4(const Bytes& file)
         std::copy(id.begin(), id.end(), out.begin() + 0x4C + 4 * k);
     }
     for (const Bytes& s : sectors) out.insert(out.end(), s.begin(), s.end());
+    return out;
+}
+
+std::map<std::string, Bytes> otherStreams(const Bytes& file)
+{
+    xls::CompoundFile cf;
+    std::string error;
+    EXPECT_TRUE(cf.read(file.data(), file.size(), error)) << error;
+    std::map<std::string, Bytes> out;
+    std::function<void(uint32_t, const std::string&)> walk = [&](uint32_t id, const std::string& folder) {
+        if (id >= cf.entries.size()) return;
+        const unsigned char* raw = cf.entries[id].raw;
+        std::string name;
+        for (int k = 0; k < 32 && (raw[2 * k] != 0 || raw[2 * k + 1] != 0); ++k) name += static_cast<char>(raw[2 * k]);
+        walk(u32at(Bytes(raw, raw + 128), 0x44), folder);
+        walk(u32at(Bytes(raw, raw + 128), 0x48), folder);
+        if (raw[0x42] == xls::kEntryStorage) walk(u32at(Bytes(raw, raw + 128), 0x4C), folder + name + "/");
+        if (raw[0x42] == xls::kEntryStream && !(folder.empty() && name == "Workbook"))
+            out[folder + name] = cf.entries[id].data;
+    };
+    walk(u32at(Bytes(cf.entries[0].raw, cf.entries[0].raw + 128), 0x4C), "");
+    return out;
+}
+
+std::vector<std::pair<uint16_t, Bytes>> otherSubstreams(const Bytes& stream)
+{
+    std::vector<std::pair<uint16_t, Bytes>> out;
+    int depth = 0, count = 0;
+    for (const Rec& r : records(stream)) {
+        if (r.type == 0x0809 && depth++ == 0) ++count;
+        if (count > 2) out.emplace_back(r.type, r.type == 0x020B ? Bytes() : r.data);
+        if (r.type == 0x000A && depth > 0) --depth;
+    }
     return out;
 }
 

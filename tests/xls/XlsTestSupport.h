@@ -54,7 +54,8 @@ nlohmann::json xlrdDump(const fs::path& book);
 
 // LibreOffice's CSV of every sheet, by sheet name: rows of cells (UTF-8).
 using Grid = std::vector<std::vector<std::string>>;
-std::map<std::string, Grid> libreOfficeCsv(const fs::path& book, const fs::path& workDir);
+// With formulas, a formula cell gives its formula (e.g. "=C3*1.5") instead of its value.
+std::map<std::string, Grid> libreOfficeCsv(const fs::path& book, const fs::path& workDir, bool formulas = false);
 // The lines Gnumeric's ssconvert writes to standard error when it reads the workbook.
 std::vector<std::string> gnumericWarnings(const fs::path& book, const fs::path& workDir);
 
@@ -91,7 +92,8 @@ public:
     BookBuilder& cellXfs(int count);
     BookBuilder& globalsRecord(uint16_t type, const Bytes& data);  // before the BOUNDSHEETs
     BookBuilder& sheet(const std::string& asciiName);                // a worksheet
-    BookBuilder& chartSheet(const std::string& asciiName);
+    // A sheet of another kind: BOUNDSHEET8.dt listedType (1 macro, 2 chart, 6 module), BOF.dt bofType.
+    BookBuilder& sheet(const std::string& asciiName, uint8_t listedType, uint16_t bofType);
     // Records of the current sheet after its BOF (the builder adds nothing else but EOF).
     BookBuilder& record(uint16_t type, const Bytes& data);
     Bytes stream() const;          // the Workbook stream
@@ -99,7 +101,8 @@ public:
 private:
     struct Sheet {
         std::string name;
-        bool chart = false;
+        uint8_t listedType = 0;
+        uint16_t bofType = 0x0010;
         std::vector<std::pair<uint16_t, Bytes>> records;
     };
     int activeTab_ = 0, cellXfs_ = 1;
@@ -130,6 +133,13 @@ struct Rec {
 std::vector<Rec> records(const Bytes& stream);
 // The Workbook stream of a saved file, read with the engine's compound-file reader.
 Bytes workbookStream(const Bytes& file);
+
+// Each stream of a compound file by its path ("_VBA_PROJECT_CUR/VBA/dir"), Workbook left out.
+std::map<std::string, Bytes> otherStreams(const Bytes& file);
+// Every record of a Workbook stream after the first sheet's substream (the globals' and the first
+// sheet's are the first two BOFs), INDEX without its stream positions, which move when the string
+// table grows.
+std::vector<std::pair<uint16_t, Bytes>> otherSubstreams(const Bytes& stream);
 
 // Checks what Excel relies on and the other readers ignore, record by record: no record data
 // above 8224 bytes; each BOUNDSHEET8 position lands on its sheet's BOF; the SST holds exactly

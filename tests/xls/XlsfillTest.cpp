@@ -1,4 +1,4 @@
-// xlsfill IN.xls OUT.xls: cells from standard input into the active sheet.
+// xlsfill [--sheet N] IN.xls OUT.xls: cells from standard input into the active sheet or sheet N.
 
 #include "XlsTestSupport.h"
 
@@ -8,9 +8,9 @@ using namespace xlstest;
 
 namespace {
 
-CommandResult xlsfill(const fs::path& in, const fs::path& out, const std::string& input)
+CommandResult xlsfill(const fs::path& in, const fs::path& out, const std::string& input, const std::string& options = "")
 {
-    return run(quote(binaryDir() / "bin" / "xlsfill") + " " + quote(in) + " " + quote(out), input);
+    return run(quote(binaryDir() / "bin" / "xlsfill") + " " + options + quote(in) + " " + quote(out), input);
 }
 
 }  // namespace
@@ -84,5 +84,18 @@ TEST(Xlsfill, ShowsUsageWithoutTwoFileNames)
 {
     CommandResult r = run(quote(binaryDir() / "bin" / "xlsfill") + " only-one.xls");
     EXPECT_EQ(2, r.status);
-    EXPECT_NE(std::string::npos, r.err.find("usage: xlsfill IN.xls OUT.xls")) << r.err;
+    EXPECT_NE(std::string::npos, r.err.find("usage: xlsfill [--sheet N] IN.xls OUT.xls")) << r.err;
+}
+
+TEST(Xlsfill, WritesIntoTheSheetGivenWithSheet)
+{
+    TempDir dir;
+    CommandResult r = xlsfill(bundledTemplate(), dir / "out.xls", u8"0\t5\t说明\n", "--sheet 1 ");
+    ASSERT_EQ(0, r.status) << r.err;
+    expectOnlyWrittenCellsChanged(xlrdDump(bundledTemplate()), xlrdDump(dir / "out.xls"), 1, {{{0, 5}, u"说明"}});
+    r = xlsfill(bundledTemplate(), dir / "none.xls", u8"0\t5\t说明\n", "--sheet 2 ");
+    EXPECT_EQ(1, r.status);
+    EXPECT_NE(std::string::npos, r.err.find("there is no sheet 2")) << r.err;
+    EXPECT_FALSE(fs::exists(dir / "none.xls"));
+    EXPECT_EQ(2, xlsfill(bundledTemplate(), dir / "out.xls", "", "--sheet x ").status);
 }

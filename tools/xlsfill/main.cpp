@@ -1,4 +1,5 @@
-// xlsfill IN.xls OUT.xls: writes string cells into the active sheet of a workbook.
+// xlsfill [--sheet N] IN.xls OUT.xls: writes string cells into the active sheet of a workbook, or
+// into sheet N (counted from 0 over every sheet, charts and macro sheets included).
 //
 // Standard input holds one cell per line, "row<TAB>col<TAB>text": row and column counted from 0,
 // text in UTF-8 with the escapes \t (tab), \n (line break) and \\ (backslash). Empty lines are
@@ -85,8 +86,13 @@ bool unescape(const std::string& in, std::string& out, std::string& problem)
 
 int main(int argc, char** argv)
 {
+    int sheetIndex = -1;
+    if (argc == 5 && std::string(argv[1]) == "--sheet" && parseIndex(argv[2], sheetIndex)) {
+        argv += 2;
+        argc -= 2;
+    }
     if (argc != 3) {
-        std::cerr << "usage: xlsfill IN.xls OUT.xls < cells (lines: row<TAB>col<TAB>text)\n";
+        std::cerr << "usage: xlsfill [--sheet N] IN.xls OUT.xls < cells (lines: row<TAB>col<TAB>text)\n";
         return 2;
     }
     xls::Book book;
@@ -94,7 +100,7 @@ int main(int argc, char** argv)
         std::cerr << "xlsfill: " << argv[1] << ": " << book.errorMessage() << "\n";
         return 1;
     }
-    xls::Sheet* sheet = book.getSheet(book.activeSheet());
+    xls::Sheet* sheet = book.getSheet(sheetIndex >= 0 ? sheetIndex : book.activeSheet());
     if (sheet == nullptr) {
         std::cerr << "xlsfill: " << argv[1] << ": " << book.errorMessage() << "\n";
         return 1;

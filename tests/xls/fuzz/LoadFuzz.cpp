@@ -19,7 +19,9 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
     xls::Sheet* sheet = book.getSheet(book.activeSheet());
     const bool editable = sheet != nullptr;
     if (editable) {
-        sheet->writeStr(0, 0, L"");
+        // Every cell of the first rows and columns, where small inputs keep their formulas.
+        for (int row = 0; row < 12; ++row)
+            for (int col = 0; col < 4; ++col) sheet->writeStr(row, col, L"");
         sheet->writeStr(1, 4, L"客户名称");
         sheet->writeStr(6, 1, L"顶针 \U0001F600");
         sheet->writeStr(40, 17, L"2024-05-06 12:00");
