@@ -13,4 +13,9 @@ target_include_directories(Vornadel PUBLIC ${VORNADEL_ROOT}/src ${VORNADEL_NX_IN
 target_link_libraries(Vornadel PUBLIC readconfig bodyinfo xls vornadel_platform)
 if(NOT VORNADEL_NX_SDK)
   target_link_libraries(Vornadel PUBLIC nxhost)
+  # The tests call the plug-in's functions directly, as they do on Linux where every symbol of a
+  # library is visible.
+  if(WIN32)
+    target_link_options(Vornadel PRIVATE ${VORNADEL_EXPORT_ALL})
+  endif()
 endif()

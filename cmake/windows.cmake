@@ -12,7 +12,7 @@ set(NLOHMANN_JSON_INCLUDE ${CMAKE_BINARY_DIR}/include CACHE PATH "" FORCE)
 
 # A DLL that exports everything it defines (and nothing of the MinGW runtime linked into it).
 set(VORNADEL_EXPORT_ALL -Wl,--export-all-symbols
-    -Wl,--exclude-libs,libgcc.a:libgcc_eh.a:libstdc++.a:libwinpthread.a:libmingwex.a:libmingw32.a)
+    -Wl,--exclude-libs,libgcc.a:libgcc_eh.a:libstdc++.a:libwinpthread.a:libpthread.a:libmingwex.a:libmingw32.a)
 
 # Every test program runs under Wine in the prefix build-win/wine, with the ANSI code page 936
 # (tools/wine/wine.sh).
@@ -31,4 +31,10 @@ function(vornadel_wine_fixtures)
   get_property(tests DIRECTORY ${VORNADEL_ROOT} PROPERTY TESTS)
   list(REMOVE_ITEM tests wine_start wine_stop)
   set_tests_properties(${tests} PROPERTIES FIXTURES_REQUIRED wine)
+  # Drive D: of the prefix is one folder: the tests of the plug-in that use it take turns.
+  foreach(test config_tests)
+    if(test IN_LIST tests)
+      set_tests_properties(${test} PROPERTIES RESOURCE_LOCK wine-drive-d)
+    endif()
+  endforeach()
 endfunction()

@@ -7,9 +7,7 @@
 #include <algorithm>
 #include <vector>
 
-#ifndef _WIN32
 #include "support/DiskFull.hpp"
-#endif
 
 namespace fs = std::filesystem;
 
@@ -208,9 +206,7 @@ TEST_F(ReplaceFileBytes, KeepsPermissionsOfReplacedFile) {
 }
 
 TEST_F(ReplaceTextFile, FailedWriteLeavesOldFileIntact) {
-#ifdef _WIN32
-    GTEST_SKIP() << "a full disk is made with a file-size limit (setrlimit), which Windows does not have";
-#else
+    VORNADEL_NEEDS_DISK_FULL();
     WriteBytes(C() / "t.csv", "old,\r\n");
     bool replaced;
     {
@@ -221,7 +217,6 @@ TEST_F(ReplaceTextFile, FailedWriteLeavesOldFileIntact) {
     EXPECT_FALSE(replaced);
     EXPECT_EQ("old,\r\n", ReadBytes(C() / "t.csv"));
     EXPECT_EQ(std::vector<std::string>{"t.csv"}, Names(C()));
-#endif
 }
 
 TEST_F(ReplaceFileBytes, ReadOnlyFolderLeavesOldFileIntact) {
