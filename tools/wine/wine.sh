@@ -43,7 +43,8 @@ case "$action" in
         # the prefix has no other drive but C: and Z:.
         mkdir -p "$build/wine-drive-d"
         ln -sfn "$build/wine-drive-d" "$WINEPREFIX/dosdevices/d:"
-        wineserver --persistent
+        # (A server of this prefix that is still running is kept.)
+        wineserver --persistent || true
         # Wine's services start with the first program of a session and outlive it: start them
         # here, where nothing waits for their output.
         wine wineboot

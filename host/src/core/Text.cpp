@@ -121,12 +121,12 @@ Converter& Utf8ToGbkConverter() {
 // how many input bytes to skip and appends its replacement to the output (or throws).
 template <typename OnBad>
 std::string FromGbk(const std::string& gbk, OnBad onBad) {
-    return FromGbk(gbk, onBad);
+    return GbkToUtf8Converter().Run(gbk, onBad);
 }
 
 template <typename OnBad>
 std::string ToGbk(const std::string& utf8, OnBad onBad) {
-    return ToGbk(utf8, onBad);
+    return Utf8ToGbkConverter().Run(utf8, onBad);
 }
 
 #else
