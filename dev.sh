@@ -1,13 +1,15 @@
 #!/bin/sh
 # Vornadel's two everyday commands, for a fresh Debian machine:
-#   ./dev.sh main   set up what is missing, build, run the plug-in on the bundled sample mould
+#   ./dev.sh main   set up what is missing, build the plug-in and the runner, export the BOM of the
+#                   bundled sample mould and print it
 #   ./dev.sh test   set up what is missing, build, run every test: the Linux suite (build/) and
 #                   the Windows suite (build-win/: MinGW-w64, run under Wine)
 set -eu
 cd "$(dirname "$0")"
 
 # Debian packages the build and the tests need; installed only when missing.
-PACKAGES="g++ cmake make libgtest-dev nlohmann-json3-dev python3-xlrd"
+# gnumeric: its ssconvert checks that exported workbooks open without complaint.
+PACKAGES="g++ cmake make libgtest-dev nlohmann-json3-dev python3-xlrd gnumeric"
 # The Windows build and its tests: the MinGW-w64 compilers with POSIX threads, 64-bit Wine, and
 # the sources of the glibc locale zh_CN.UTF-8 that Wine runs under (tools/wine/wine.sh).
 # Installed without their recommendations (Wine's recommend a desktop's worth).
@@ -29,9 +31,29 @@ setup() {
     fi
 }
 
-build() {
+configure() {
     cmake -S . -B build -DCMAKE_BUILD_TYPE=RelWithDebInfo >/dev/null
+}
+
+build() {
+    configure
     cmake --build build -j "$(nproc)"
+}
+
+# The main job on the bundled sample mould, as a designer of its own (drive C: is build/main/c)
+# with a copy of the bundled configuration, so that nothing of the checkout or the user changes:
+# fill the head, show the dialog, export the BOM, then print the exported sheet.
+main_job() {
+    configure
+    cmake --build build -j "$(nproc)" --target Vornadel vornadel-host
+    rm -rf build/main
+    mkdir -p build/main/c/Users/designer/AppData/Local build/main/c/Users/designer/Desktop build/main/c/VDConfig
+    cp -R samples/config build/main/c/VDConfig/config
+    build/bin/vornadel-host run --drive C=build/main/c --config 'C:\VDConfig' \
+        --localappdata 'C:\Users\designer\AppData\Local' --desktop 'C:\Users\designer\Desktop' \
+        --script samples/scripts/main-job.txt
+    echo
+    /usr/bin/python3 tools/xlsview.py build/main/c/Users/designer/Desktop/A100/A100标准件BOM.xls
 }
 
 build_windows() {
@@ -42,8 +64,7 @@ build_windows() {
 
 case "${1:-}" in
     main)
-        setup $PACKAGES; build
-        build/bin/vornadel-host run --script samples/scripts/first-view.txt
+        setup $PACKAGES; main_job
         ;;
     test)
         setup $PACKAGES

@@ -3,7 +3,13 @@
 # session.
 find_path(NLOHMANN_JSON_INCLUDE nlohmann/json.hpp REQUIRED)
 file(GLOB_RECURSE NXHOST_SOURCES CONFIGURE_DEPENDS ${VORNADEL_ROOT}/host/src/*.cpp)
-add_library(nxhost SHARED ${NXHOST_SOURCES})
+# The rules of NX 8.5's dialog-file form (host/src/ui/DlxRules.tsv) go into the host as text.
+set(NXHOST_DLX_RULES ${VORNADEL_ROOT}/host/src/ui/DlxRules.tsv)
+set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${NXHOST_DLX_RULES})
+file(READ ${NXHOST_DLX_RULES} NXHOST_DLX_RULES_TEXT)
+file(CONFIGURE OUTPUT ${CMAKE_BINARY_DIR}/generated/DlxRulesTable.cpp @ONLY CONTENT
+  "// Made by cmake/host.cmake from host/src/ui/DlxRules.tsv.\nnamespace host::ui {\nextern const char kDlxRulesTable[];\nconst char kDlxRulesTable[] = R\"dlxrules(@NXHOST_DLX_RULES_TEXT@)dlxrules\";\n}\n")
+add_library(nxhost SHARED ${NXHOST_SOURCES} ${CMAKE_BINARY_DIR}/generated/DlxRulesTable.cpp)
 vornadel_cxx17(nxhost)
 target_include_directories(nxhost
   PUBLIC ${VORNADEL_ROOT}/host/include

@@ -10,7 +10,7 @@ target_link_libraries(vornadel-testplugin PRIVATE nxhost vornadel_platform)
 
 vornadel_test(runner_tests runner vornadel-host-core)
 target_compile_definitions(runner_tests PRIVATE VORNADEL_TEST_SOURCE_DIR="${VORNADEL_ROOT}")
-add_dependencies(runner_tests vornadel-host vornadel-testplugin)
+add_dependencies(runner_tests vornadel-host vornadel-testplugin Vornadel)
 
 # The transcript driver: runs one script through vornadel-host --format tsv and compares the
 # output with the .expected file beside the script (docs/runner.md, "Transcripts").

@@ -197,7 +197,7 @@ void Printer::Part(const PartView& part) {
         for (const LayerView& l : part.layers) out_ << "layer\t" << l.layer << '\t' << l.state << '\n';
         for (const BodyView& b : part.bodies) {
             out_ << "body\t" << b.tag << '\t' << b.layer << '\t' << b.colour << '\t'
-                 << (b.blanked ? "blanked" : "shown") << '\n';
+                 << (b.blanked ? "blanked" : "shown") << '\t' << (b.highlighted ? "highlighted" : "plain") << '\n';
             attributes(std::to_string(b.tag), b.attributes);
         }
         out_.flush();
@@ -215,9 +215,26 @@ void Printer::Part(const PartView& part) {
     for (const LayerView& l : part.layers) out_ << "  layer " << l.layer << ": " << l.state << '\n';
     for (const BodyView& b : part.bodies) {
         out_ << "  body " << b.tag << ": layer " << b.layer << ", colour " << b.colour << ", "
-             << (b.blanked ? "blanked" : "shown") << '\n';
+             << (b.blanked ? "blanked" : "shown") << (b.highlighted ? ", highlighted" : "") << '\n';
         attributes("    ", b.attributes);
     }
+    out_.flush();
+}
+
+void Printer::TreeState(const TreeStateView& state) {
+    if (format_ == Format::Tsv) {
+        for (const RowAddress& row : state.selected) out_ << "selected\t" << RowText(row) << '\n';
+        for (const RowAddress& row : state.expanded) out_ << "expanded\t" << RowText(row) << '\n';
+        out_.flush();
+        return;
+    }
+    auto list = [this](const char* what, const std::vector<RowAddress>& rows) {
+        out_ << what << ':';
+        for (const RowAddress& row : rows) out_ << ' ' << RowText(row);
+        out_ << (rows.empty() ? " (none)\n" : "\n");
+    };
+    list("Selected rows", state.selected);
+    list("Expanded rows", state.expanded);
     out_.flush();
 }
 

@@ -32,6 +32,7 @@ public:
     void Message(const host::MessageRecord& message);
     void Messages(const std::vector<host::MessageRecord>& messages);
     void Part(const PartView& part);
+    void TreeState(const TreeStateView& state);
     // A selection dialog the plug-in showed.
     void Selection(const host::SelectionRequest& request);
     // A file the plug-in asked to open with its program (path in GBK).

@@ -227,6 +227,7 @@ private:
         case CommandKind::Show:
             switch (c.show) {
             case ShowWhat::Tree: printer_.Tree(ReadTree(Shown(dialog))); break;
+            case ShowWhat::Selection: printer_.TreeState(ReadTreeState(Shown(dialog))); break;
             case ShowWhat::Blocks: printer_.Blocks(Shown(dialog).Title(), dialog->Blocks()); break;
             case ShowWhat::Messages: printer_.Messages(host::Messages()); break;
             case ShowWhat::Part:
@@ -402,6 +403,11 @@ int Run(const Options& options, const Installation& installation, std::istream& 
                 plugin->RunUfusr();
             } catch (const std::exception& e) {
                 err << "vornadel-host: an exception escaped ufusr: " << host::GbkToUtf8(e.what()) << '\n';
+                escaped = true;
+            } catch (const char* text) {
+                // What a workbook save that fails throws out of the export (NX shows no box).
+                err << "vornadel-host: a plain string (const char*) thrown by the plug-in escaped ufusr: "
+                    << (text != nullptr ? host::GbkToUtf8(text) : std::string("(null)")) << '\n';
                 escaped = true;
             } catch (...) {
                 err << "vornadel-host: an exception that is not a std::exception escaped ufusr\n";

@@ -153,7 +153,7 @@ std::optional<Command> ParseLine(const std::string& rawLine, int lineNumber) {
         if (!item) throw ScriptError("\"" + words[2] + "\" is not a menu item id");
         c.menuItem = static_cast<int>(*item);
     } else if (name == "show") {
-        ExpectWords(words, 2, 2, "show tree | blocks | messages | part");
+        ExpectWords(words, 2, 2, "show tree | blocks | messages | part | selection");
         c.kind = CommandKind::Show;
         if (words[1] == "tree") {
             c.show = ShowWhat::Tree;
@@ -163,8 +163,10 @@ std::optional<Command> ParseLine(const std::string& rawLine, int lineNumber) {
             c.show = ShowWhat::Messages;
         } else if (words[1] == "part") {
             c.show = ShowWhat::Part;
+        } else if (words[1] == "selection") {
+            c.show = ShowWhat::Selection;
         } else {
-            throw ScriptError("usage: show tree | blocks | messages | part");
+            throw ScriptError("usage: show tree | blocks | messages | part | selection");
         }
     } else if (name == "close") {
         ExpectWords(words, 1, 1, "close");

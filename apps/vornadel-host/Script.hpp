@@ -30,11 +30,11 @@ enum class CommandKind {
     Click,            // click <row> [<column>]
     Edit,             // edit <row> <column> <text>
     Menu,             // menu <row> <itemId>
-    Show,             // show tree | blocks | messages | part
+    Show,             // show tree | blocks | messages | part | selection
     Close,            // close
 };
 
-enum class ShowWhat { Tree, Blocks, Messages, Part };
+enum class ShowWhat { Tree, Blocks, Messages, Part, Selection };
 enum class SelectionAnswer { Ok, Cancel, Back };
 
 struct Command {

@@ -1,5 +1,6 @@
 #include "Snapshot.hpp"
 
+#include <algorithm>
 #include <charconv>
 #include <memory>
 
@@ -99,6 +100,24 @@ TreeView ReadTree(host::LiveDialog& dialog) {
     return view;
 }
 
+TreeStateView ReadTreeState(host::LiveDialog& dialog) {
+    TreeStateView view;
+    NXOpen::BlockStyler::Tree* tree = dialog.Tree();
+    if (tree == nullptr) return view;
+    auto note = [&view](NXOpen::BlockStyler::Node* node, const RowAddress& row) {
+        if (node->IsSelected()) view.selected.push_back(row);
+        if (node->IsExpanded()) view.expanded.push_back(row);
+    };
+    int top = 0;
+    for (NXOpen::BlockStyler::Node* group = tree->RootNode(); group != nullptr; group = group->NextSiblingNode()) {
+        note(group, {++top, 0});
+        int child = 0;
+        for (NXOpen::BlockStyler::Node* n = group->FirstChildNode(); n != nullptr; n = n->NextSiblingNode())
+            note(n, {top, ++child});
+    }
+    return view;
+}
+
 PartView ReadPart(NXOpen::Part& part) {
     PartView view;
     view.leaf = part.Leaf().GetLocaleText();
@@ -112,6 +131,7 @@ PartView ReadPart(NXOpen::Part& part) {
         case NXOpen::Layer::StateSelectable: break;
         }
     }
+    const std::vector<unsigned int> highlighted = host::HighlightedBodies();
     NXOpen::BodyCollection* bodies = part.Bodies();
     for (NXOpen::BodyCollection::iterator it = bodies->begin(); it != bodies->end(); ++it) {
         NXOpen::Body* body = *it;
@@ -120,6 +140,7 @@ PartView ReadPart(NXOpen::Part& part) {
         b.layer = body->Layer();
         b.colour = body->Color();
         b.blanked = body->IsBlanked();
+        b.highlighted = std::find(highlighted.begin(), highlighted.end(), b.tag) != highlighted.end();
         b.attributes = Attributes(*body);
         view.bodies.push_back(b);
     }

@@ -10,6 +10,9 @@ namespace runner {
 // The dialog's tree: its columns and every node in pre-order. Empty when the dialog has no tree.
 TreeView ReadTree(host::LiveDialog& dialog);
 
+// The tree's selected and expanded rows. Empty when the dialog has no tree.
+TreeStateView ReadTreeState(host::LiveDialog& dialog);
+
 // The work part: leaf name, attributes, layers that are not plainly selectable, bodies.
 PartView ReadPart(NXOpen::Part& part);
 

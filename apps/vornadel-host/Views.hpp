@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "Driver.hpp"
+#include "Script.hpp"
 
 namespace runner {
 
@@ -26,6 +27,12 @@ struct TreeView {
     std::vector<TreeRow> rows;                // in pre-order
 };
 
+// The rows of the tree that are selected and those that are expanded, each in pre-order.
+struct TreeStateView {
+    std::vector<RowAddress> selected;
+    std::vector<RowAddress> expanded;
+};
+
 struct AttributeView {
     std::string title;
     std::string type;                         // string, integer, real, boolean, time, null, reference
@@ -37,6 +44,7 @@ struct BodyView {
     int layer = 0;
     int colour = 0;
     bool blanked = false;
+    bool highlighted = false;
     std::vector<AttributeView> attributes;
 };
 

@@ -74,6 +74,9 @@ NXOpen::Part* WorkPart();
 // The body with this tag in the work part; NULL when there is none.
 NXOpen::Body* FindBody(unsigned int tag);
 
+// The tags of the work part's highlighted bodies (DisplayableObject::Highlight), in part order.
+std::vector<unsigned int> HighlightedBodies();
+
 // ---------------------------------------------------------------------------------------------
 // Message boxes
 
@@ -100,6 +103,7 @@ struct SelectionRequest {
     bool includeFeatures;
     bool keepHighlighted;
     std::vector<NXOpen::Selection::MaskTriple> masks;
+    std::vector<unsigned int> highlighted;  // the work part's highlighted bodies while it was shown
 };
 
 // The answer the next selection dialog gives: a response and, for Ok, the objects by tag.

@@ -21,6 +21,16 @@ std::string& BomHeadInfo::Field(int i)
     return *fields[i];
 }
 
+const char* BomHeadInfo::Title(int i)
+{
+    return kTitles[i];
+}
+
+bool BomHeadInfo::IsRequired(int i)
+{
+    return i != 0 && i != 1 && i != 5 && i != 10;
+}
+
 void BomHeadInfo::ReadFromPart(NXOpen::Part* part)
 {
     for (int i = 0; i < FieldCount; ++i) {

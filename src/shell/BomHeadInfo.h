@@ -29,6 +29,13 @@ struct BomHeadInfo {
     // Field i (0..10) in the order above.
     std::string& Field(int i);
 
+    // The attribute title of field i (0..10) on the work part, e.g. "订单编号" for field 0.
+    static const char* Title(int i);
+
+    // Whether field i must not be empty when the BOM is saved: every field but the order,
+    // ERP and product numbers and the product name.
+    static bool IsRequired(int i);
+
     // Fills every field from the part's string attribute of its title; a missing attribute, or
     // one of another type under that title, leaves the field empty.
     void ReadFromPart(NXOpen::Part* part);

@@ -140,12 +140,8 @@ void Vornadel::dialogShown_cb()
         SetChoices(string036, bomHeadConfig.designers);
 
         headInfo.ReadFromPart(work);
-        NXOpen::BlockStyler::StringBlock* const headBlocks[BomHeadInfo::FieldCount] = {
-            string03, string02, string031, string01, string032, string033,
-            string0, string034, string035, string036, string04,
-        };
         for (int i = 0; i < BomHeadInfo::FieldCount; ++i)
-            headBlocks[i]->SetWideValue(NXOpen::NXString(headInfo.Field(i)));
+            HeadBlock(i)->SetWideValue(NXOpen::NXString(headInfo.Field(i)));
 
         nativeFolderBrowser0->SetPath(NXOpen::NXString(outputFolder));
         ShowStdPartLayers();
@@ -154,4 +150,21 @@ void Vornadel::dialogShown_cb()
     } catch (std::exception& e) {
         ShowExceptionBox("标准件BOM", e);
     }
+}
+
+NXOpen::BlockStyler::StringBlock* Vornadel::HeadBlock(int i)
+{
+    NXOpen::BlockStyler::StringBlock* const blocks[BomHeadInfo::FieldCount] = {
+        string03, string02, string031, string01, string032, string033,
+        string0, string034, string035, string036, string04,
+    };
+    return blocks[i];
+}
+
+BomHeadInfo Vornadel::ReadHeadBlocks()
+{
+    BomHeadInfo head;
+    for (int i = 0; i < BomHeadInfo::FieldCount; ++i)
+        head.Field(i) = HeadBlock(i)->WideValue().GetLocaleText();
+    return head;
 }

@@ -79,6 +79,11 @@ public:
     NodeParam* GetNodeParam(NXOpen::BlockStyler::Node* node);
     std::vector<NodeParam*> GetNodeParams();
 
+    // The string block of head field i (0..10), in the order of BomHeadInfo's fields.
+    NXOpen::BlockStyler::StringBlock* HeadBlock(int i);
+    // The eleven head blocks' texts, read as locale text.
+    BomHeadInfo ReadHeadBlocks();
+
     // Saving attributes.
     void SaveAttributes();
     void SaveAttributesNoTitle();

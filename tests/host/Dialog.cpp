@@ -165,6 +165,21 @@ TEST_F(DialogFile, TreeSelectsSeveralNodesAndTheBodyCollectorIsOptionalAndMultip
     EXPECT_EQ("Optional", blocks["bodySelect0"]->Value("StepStatus", "")) << "no selection is demanded";
 }
 
+TEST_F(DialogFile, HeadFieldsTakeChineseAndTheTreeKeepsItsLinesInOrderAndShowsAboutTwentyRows) {
+    host::ui::DlxDialog file = host::ui::ReadDlxFile((UiSourceDir() / "dialog" / "Vornadel.dlx").string());
+    std::map<std::string, const host::ui::DlxBlock*> blocks;
+    for (const host::ui::DlxBlock& b : file.blocks) blocks[b.id] = &b;
+    for (const char* id : {"string03", "string02", "string031", "string033", "string01", "string032", "string0", "string034",
+                           "string035", "string036", "string04"}) {
+        EXPECT_EQ("True", blocks[id]->Setting("IsIti")) << id << ": international text input, NX's default is False";
+    }
+    EXPECT_EQ("False", blocks["tree_control0"]->Setting("SortRootNodes"))
+        << "NX's default True would order the purchase lines by their texts: 1000 before 999";
+    int height = std::stoi(blocks["tree_control0"]->Setting("InitialHeight"));
+    EXPECT_GE(height, 20 * 18) << "about 20 rows of 18 to 22 pixels";
+    EXPECT_LE(height, 20 * 22) << "about 20 rows of 18 to 22 pixels";
+}
+
 TEST_F(DialogFile, TopLevelBlocksAreTheThreeGroups) {
     std::vector<UIBlock*> top = dialog_->TopBlock()->GetBlocks();
     ASSERT_EQ(3u, top.size()) << "NX: GetBlocks gives the top block's direct members";
@@ -246,7 +261,33 @@ TEST_F(CreateDialog, MalformedFilesAreRefusedWithAMessage) {
         {"Duplicate.dlx", "<Dialog><item id=\"a\" class=\"UICOMP_button\"/><item id=\"a\" class=\"UICOMP_button\"/></Dialog>", "used twice"},
         {"Members.dlx",
          "<Dialog><item id=\"a\" class=\"UICOMP_button\"><PropertyList><Property id=\"Members\"/></PropertyList></item></Dialog>",
-         "cannot hold blocks"},
+         "block a, property \"Members\": NX 8.5 has no such property for class UICOMP_button"},
+        {"Localize.dlx",
+         "<Dialog><item id=\"s\" class=\"UGS::UI::Comp::BodySelect\"><PropertyList><Property id=\"Translated\" value=\"False\"/>"
+         "</PropertyList></item></Dialog>",
+         "block s, property \"Translated\": NX 8.5 has no such property for class UGS::UI::Comp::BodySelect"},
+        {"DialogProperty.dlx", "<Dialog><PropertyList><Property id=\"Colour\" value=\"red\"/></PropertyList></Dialog>",
+         "the dialog, property \"Colour\": NX 8.5 has no such property"},
+        {"Mask.dlx",
+         "<Dialog><item id=\"a\" class=\"UICOMP_button\"><PropertyList><Property id=\"Title\" mask=\"0x100\" value=\"t\"/>"
+         "</PropertyList></item></Dialog>",
+         "block a, property \"Title\": the mask \"0x100\" is not a number"},
+        {"HugeMask.dlx",
+         "<Dialog><item id=\"a\" class=\"UICOMP_button\"><PropertyList><Property id=\"Title\" mask=\"99999999999\"/>"
+         "</PropertyList></item></Dialog>",
+         "is not a number"},
+        {"Logical.dlx",
+         "<Dialog><item id=\"a\" class=\"UICOMP_button\"><PropertyList><Property id=\"Visibility\" value=\"Yes\"/>"
+         "</PropertyList></item></Dialog>",
+         "the value \"Yes\" is not True or False"},
+        {"Height.dlx",
+         "<Dialog><item id=\"t\" class=\"UICOMP_tree_control\"><PropertyList><Property id=\"InitialHeight\" value=\"99999999999\"/>"
+         "</PropertyList></item></Dialog>",
+         "is not a whole number"},
+        {"Option.dlx",
+         "<Dialog><item id=\"t\" class=\"UICOMP_tree_control\"><PropertyList><Property id=\"SelectionMode\" type=\"enum\" selected=\"7\"/>"
+         "</PropertyList></item></Dialog>",
+         "the selected option \"7\" is none of NX's options"},
         {"Utf8.dlx", "<Dialog><item id=\"a\" class=\"UICOMP_button\"><PropertyList><Property id=\"Title\" value=\"\xB1\xEA\"/></PropertyList></item></Dialog>",
          "not valid UTF-8"},
         {"Surrogate.dlx", "<Dialog><item id=\"\xED\xA0\x80\" class=\"UICOMP_button\"/></Dialog>", "not valid UTF-8"},

@@ -1,6 +1,7 @@
 // The tree list block: where InsertNode puts nodes, walks, deletion, the sort property, selection,
 // expansion, columns and cells, as NX 8.5 does them (or as the host chose where NX says nothing).
 #include <NXOpen/BlockStyler_Node.hxx>
+#include <NXOpen/BlockStyler_PropertyList.hxx>
 #include <NXOpen/BlockStyler_Tree.hxx>
 
 #include "UiFixture.hpp"
@@ -192,6 +193,46 @@ TEST_F(TreeSortRootNodes, SortRootNodesOnlyReadsTheProperty) {
     tree_->SetSortRootNodes(true);
     EXPECT_TRUE(tree_->SortRootNodes()) << "NX: the setter sets the property";
     EXPECT_EQ("b,a", Level()) << "NX 8.5: setting the property sorts nothing either";
+    Add("ab");
+    EXPECT_EQ("ab,b,a", Level()) << "host choice: a root node inserted later goes before the first greater display text";
+}
+
+TEST_F(TreeSortRootNodes, TheDialogFileKeepsRootNodesInTheOrderInserted) {
+    Add("998");
+    Add("999");
+    Add("1000");
+    Add("001", nullptr, tree_->RootNode(), Tree::NodeInsertOptionSort);
+    EXPECT_EQ("998,001,999,1000", Level()) << "Vornadel.dlx sets SortRootNodes False: the plug-in's order stands";
+}
+
+TEST_F(TreeSortRootNodes, WithoutTheSettingNXsDefaultSortsRootNodesByDisplayText) {
+    WriteFile("Sorted.dlx", u8R"(<Dialog><item id="t" class="UICOMP_tree_control"/></Dialog>)");
+    delete dialog_;
+    OpenDialog("Sorted.dlx");
+    Tree* tree = Find<Tree>("t");
+    ASSERT_NE(nullptr, tree);
+    EXPECT_TRUE(tree->SortRootNodes()) << "NX 8.5's default (TreeListDemo.dlx)";
+    Node* thousand = nullptr;
+    for (const char* text : {"998", "999", "1000"}) {
+        Node* node = tree->CreateNode(text);
+        tree->InsertNode(node, nullptr, nullptr, Tree::NodeInsertOptionLast);
+        if (std::string(text) == "1000") thousand = node;
+    }
+    EXPECT_EQ(thousand, tree->RootNode()) << "host choice: root nodes by display text, so line 1000 comes before 998";
+    Node* child = tree->CreateNode("0");
+    Node* other = tree->CreateNode("9");
+    tree->InsertNode(other, thousand, nullptr, Tree::NodeInsertOptionLast);
+    tree->InsertNode(child, thousand, nullptr, Tree::NodeInsertOptionLast);
+    EXPECT_EQ(other, thousand->FirstChildNode()) << "children keep the order the options give";
+    NXOpen::BlockStyler::PropertyList* props = tree->GetProperties();
+    EXPECT_EQ(0, props->GetInteger("Height")) << "no InitialHeight: NX chooses the height";
+    delete props;
+}
+
+TEST_F(TreeSortRootNodes, HeightIsTheFilesInitialHeight) {
+    NXOpen::BlockStyler::PropertyList* props = tree_->GetProperties();
+    EXPECT_EQ(400, props->GetInteger("Height")) << "Vornadel.dlx: InitialHeight 400, about 20 rows";
+    delete props;
 }
 
 TEST_F(TreeSelection, NewNodeIsNotSelected) {

@@ -355,10 +355,10 @@ TEST(RunnerOutput, TsvPartOfTheFixture) {
         "layer\t1\twork",
         "layer\t20\tvisible",
         "layer\t30\thidden",
-        "body\t1001\t10\t6\tshown",
+        "body\t1001\t10\t6\tshown\tplain",
         u8"attribute\t1001\t名称\tstring\t内六角螺钉",
         u8"attribute\t1001\t数量\tstring\t4",
-        "body\t1002\t30\t6\tblanked",
+        "body\t1002\t30\t6\tblanked\tplain",
     };
     const std::vector<std::string> lines = Lines(run.out);
     const auto first = std::find(lines.begin(), lines.end(), part.front());
@@ -395,7 +395,7 @@ TEST(RunnerSave, SaveWritesWhatThePluginChanged) {
     ASSERT_EQ(0, run.status) << run.err;
     const HostRun again = RunTestPlugin({"-e", "close", "-e", "show part"}, {}, out);
     EXPECT_TRUE(HasLine(again, u8"attribute\tpart\t测试\tstring\t已保存")) << "the part attribute was saved";
-    EXPECT_TRUE(HasLine(again, "body\t1001\t10\t186\tshown")) << "the new colour of body 1001 was saved";
+    EXPECT_TRUE(HasLine(again, "body\t1001\t10\t186\tshown\tplain")) << "the new colour of body 1001 was saved";
     EXPECT_TRUE(HasLine(again, u8"attribute\t1002\t测试\tstring\t已保存")) << "the body attribute was saved";
 }
 

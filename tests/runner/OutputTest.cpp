@@ -47,6 +47,7 @@ runner::PartView SamplePart() {
     body.layer = 10;
     body.colour = 6;
     body.blanked = true;
+    body.highlighted = true;
     body.attributes = {{"名称", "string", "内六角\t螺钉"}};
     part.bodies = {body};
     return part;
@@ -54,7 +55,7 @@ runner::PartView SamplePart() {
 
 host::SelectionRequest SampleSelection() {
     return {"选择标准件", "选择", NXOpen::Selection::SelectionScopeWorkPart,
-            NXOpen::Selection::SelectionActionClearAndEnableSpecific, false, false, {}};
+            NXOpen::Selection::SelectionActionClearAndEnableSpecific, false, false, {}, {}};
 }
 
 // Every event line the runner prints besides message boxes, in one format.
@@ -99,6 +100,16 @@ TEST(RunnerOutput, TextTreeIsAnIndentedTableOfTheVisibleColumns) {
     EXPECT_EQ(expected, out) << "a header of visible column titles, children indented under their group";
 }
 
+TEST(RunnerOutput, TreeStateListsSelectedThenExpandedRows) {
+    runner::TreeStateView state;
+    state.selected = {{1, 2}, {3, 1}};
+    state.expanded = {{1, 0}};
+    EXPECT_EQ("selected\t1.2\nselected\t3.1\nexpanded\t1\n", Print(Format::Tsv, [&](Printer& p) { p.TreeState(state); }));
+    EXPECT_EQ("Selected rows: 1.2 3.1\nExpanded rows: 1\n", Print(Format::Text, [&](Printer& p) { p.TreeState(state); }));
+    EXPECT_EQ("Selected rows: (none)\nExpanded rows: (none)\n",
+              Print(Format::Text, [](Printer& p) { p.TreeState(runner::TreeStateView{}); }));
+}
+
 TEST(RunnerOutput, TsvBlocksOneLinePerBlock) {
     const std::string out = Print(Format::Tsv, [](Printer& p) { p.Blocks("标题", SampleBlocks()); });
     EXPECT_EQ(u8"group\tGroup\t基本信息\t\t\nstring031\tStringBlock\t产品材质\t钢\t钢|铝\n", out)
@@ -134,7 +145,7 @@ TEST(RunnerOutput, TsvPartListsAttributesLayersAndBodies) {
         u8"attribute\tpart\t版本\tinteger\t3\n"
         u8"layer\t1\twork\n"
         u8"layer\t30\thidden\n"
-        u8"body\t1001\t10\t6\tblanked\n"
+        u8"body\t1001\t10\t6\tblanked\thighlighted\n"
         u8"attribute\t1001\t名称\tstring\t内六角\\t螺钉\n";
     EXPECT_EQ(expected, out) << "part, its attributes, layers, then each body and its attributes";
 }
@@ -157,7 +168,7 @@ TEST(RunnerOutput, TextPartIsAnIndentedList) {
         u8"  版本 = 3 (integer)\n"
         u8"  layer 1: work\n"
         u8"  layer 30: hidden\n"
-        u8"  body 1001: layer 10, colour 6, blanked\n"
+        u8"  body 1001: layer 10, colour 6, blanked, highlighted\n"
         u8"    名称 = 内六角\t螺钉\n";
     EXPECT_EQ(expected, out) << "attributes under their owner, a type other than string named, nothing escaped";
 }

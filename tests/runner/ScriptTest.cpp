@@ -108,6 +108,7 @@ TEST(RunnerScript, ShowTakesWhatToShow) {
     EXPECT_EQ(runner::ShowWhat::Blocks, One("show blocks").show) << "show blocks";
     EXPECT_EQ(runner::ShowWhat::Messages, One("show messages").show) << "show messages";
     EXPECT_EQ(runner::ShowWhat::Part, One("show part").show) << "show part";
+    EXPECT_EQ(runner::ShowWhat::Selection, One("show selection").show) << "show selection";
     EXPECT_THROW(One("show everything"), ScriptError) << "nothing else";
 }
 

@@ -51,12 +51,19 @@ protected:
         return head;
     }
 
-    // Makes NX find the bundled dialog file with one piece of its text replaced.
-    void UseDialogFileWith(const std::string& from, const std::string& to)
+    // Makes NX find the bundled dialog file with every quoted occurrence of each id of the
+    // pairs given the other's id (an id given a new name leaves nothing to swap back).
+    void UseDialogFileWithIds(const std::vector<std::pair<std::string, std::string>>& swaps)
     {
         std::string dlx = ReadBytes(SourceDir() / "dialog/Vornadel.dlx");
-        ASSERT_NE(std::string::npos, dlx.find(from));
-        dlx.replace(dlx.find(from), from.size(), to);
+        for (const auto& [a, b] : swaps) {
+            const std::string qa = "\"" + a + "\"", qb = "\"" + b + "\"", parked = "\"\x01\"";
+            ASSERT_NE(std::string::npos, dlx.find(qa));
+            for (auto [from, to] : {std::make_pair(qa, parked), std::make_pair(qb, qa), std::make_pair(parked, qb)}) {
+                for (size_t at = dlx.find(from); at != std::string::npos; at = dlx.find(from, at + to.size()))
+                    dlx.replace(at, from.size(), to);
+            }
+        }
         WriteBytes(top_ / "dialogs/Vornadel.dlx", dlx);
         host::SetDialogSearchPath({(top_ / "dialogs").string()});
     }
@@ -92,8 +99,7 @@ TEST_F(FirstDisplay, AllTwentySixBlocksAreBoundToTheMembersOfTheirIds)
 
 TEST_F(FirstDisplay, MissingBlockGivesOneBlockStylerBoxAndBindsNothingAfterIt)
 {
-    UseDialogFileWith("sname=\"BlockID\" type=\"string\" value=\"button04\"",
-                      "sname=\"BlockID\" type=\"string\" value=\"button04renamed\"");
+    UseDialogFileWithIds({{"button04", "button04renamed"}});
     Vornadel dialog;
     dialog.initialize_cb();
     ASSERT_EQ(1u, host::Messages().size());
@@ -106,8 +112,8 @@ TEST_F(FirstDisplay, MissingBlockGivesOneBlockStylerBoxAndBindsNothingAfterIt)
 
 TEST_F(FirstDisplay, BlockOfAnotherClassLeavesItsMemberNullWithoutAnErrorBox)
 {
-    UseDialogFileWith("<item id=\"button04\" name=\"button04\" type=\"uicomp\" class=\"UICOMP_button\"",
-                      "<item id=\"button04\" name=\"button04\" type=\"uicomp\" class=\"UICOMP_string\"");
+    // The string block string04 takes the id button04 (and the button string04's).
+    UseDialogFileWithIds({{"button04", "string04"}});
     Vornadel dialog;
     dialog.initialize_cb();
     EXPECT_EQ(nullptr, dialog.button04) << "the checked cast to Button gives NULL for a string block";

@@ -68,7 +68,7 @@ TEST_F(TreeRestore, RecordsAreRestoredInTheirOrderWithTheirTextsAndBodies)
         dialog.CreateStdNodes(records);
         std::vector<Row> rows = Rows(dialog.tree_control0);
         EXPECT_EQ((std::vector<std::string>{"002 1002", "  002 1003", "  002 1002", "001 1001"}), Outline(rows))
-            << "NX 8.5's SortRootNodes sorts nothing: 002 stays before 001";
+            << "SortRootNodes() sorts nothing and the dialog file does not sort root nodes: 002 stays before 001";
         ASSERT_EQ(4u, rows.size());
         EXPECT_EQ("002-5", rows[0].text[5]);
         EXPECT_EQ("002-12", rows[1].text[12]);

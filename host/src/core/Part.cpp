@@ -199,6 +199,15 @@ NXOpen::Body* FindBody(unsigned int tag) {
     return part == nullptr ? nullptr : part->FindBody(tag);
 }
 
+std::vector<unsigned int> HighlightedBodies() {
+    std::vector<unsigned int> tags;
+    if (core::PartImpl* part = core::WorkPartImpl()) {
+        for (const std::unique_ptr<core::BodyImpl>& body : part->bodies)
+            if (body->highlighted) tags.push_back(body->Tag());
+    }
+    return tags;
+}
+
 }  // namespace host
 
 // ---------------------------------------------------------------------------------------------

@@ -55,6 +55,7 @@ std::vector<Property> PropertiesOf(BlockImpl& b) {
         list.push_back(Field("ShowToolTips", t->showToolTips));
         list.push_back(Field("ShowHeader", t->showHeader));
         list.push_back(Field("SortRootNodes", t->sortRootNodes));
+        list.push_back(Field("Height", t->height));
     }
     return list;
 }

@@ -26,10 +26,8 @@ namespace {
 
 class UiImpl : public NXOpen::UI {};
 
-bool IsTrue(const DlxBlock& b, const char* property, bool fallback) {
-    std::string value = b.Value(property, fallback ? "True" : "False");
-    return value == "True";
-}
+// A logical property: the file's value, else NX's default for the block's class.
+bool IsTrue(const DlxBlock& b, const char* property) { return b.Setting(property) == "True"; }
 
 // A block of class BlockClass with the id, class name and label of the file's item.
 template <class BlockClass>
@@ -46,36 +44,38 @@ std::unique_ptr<BlockImpl> MakeBlock(DialogImpl& dialog, const DlxBlock& b) {
     case BlockKind::BodyCollector: block = New<BodyCollectorImpl>(dialog, b); break;
     case BlockKind::StringBlock: {
         auto s = New<StringBlockImpl>(dialog, b);
-        s->style = b.Value("PresentationStyle", "KeyIn");
-        s->value = host::Utf8ToGbk(b.Value("WideValue", b.Value("Value", "")));
+        s->style = b.Setting("PresentationStyle");
+        s->value = host::Utf8ToGbk(b.Value("WideValue", b.Setting("Value")));
         auto items = b.properties.find("ListItems");
         if (items != b.properties.end()) {
             for (const std::string& item : items->second.strings) s->items.push_back(host::Utf8ToGbk(item));
         }
-        s->readOnly = IsTrue(b, "ReadOnlyString", false);
+        s->readOnly = IsTrue(b, "ReadOnlyString");
         block = std::move(s);
         break;
     }
     case BlockKind::Tree: {
         auto t = New<TreeImpl>(dialog, b);
-        t->multipleSelection = b.Value("SelectionMode", "Multiple") == "Multiple";
-        t->showHeader = IsTrue(b, "ShowHeader", true);
-        t->showToolTips = IsTrue(b, "ShowToolTips", false);
-        t->sortRootNodes = IsTrue(b, "SortRootNodes", false);
+        t->multipleSelection = b.Setting("SelectionMode") == "Multiple";
+        t->showHeader = IsTrue(b, "ShowHeader");
+        t->showToolTips = IsTrue(b, "ShowToolTips");
+        t->sortRootNodes = IsTrue(b, "SortRootNodes");
+        std::string height = b.Setting("InitialHeight");  // a whole number: the reader checked it
+        t->height = height.empty() ? 0 : std::stoi(height);
         block = std::move(t);
         break;
     }
     case BlockKind::FolderSelection: {
         auto f = New<FolderSelectionImpl>(dialog, b);
-        f->path = host::Utf8ToGbk(b.Value("Path", ""));
+        f->path = host::Utf8ToGbk(b.Setting("Path"));
         block = std::move(f);
         break;
     }
     }
-    block->show = IsTrue(b, "Visibility", true);
-    block->enable = IsTrue(b, "Sensitivity", true);
-    block->expanded = IsTrue(b, "Expanded", true);
-    block->group = IsTrue(b, "Group", b.kind == BlockKind::Group);
+    block->show = IsTrue(b, "Visibility");
+    block->enable = IsTrue(b, "Sensitivity");
+    block->expanded = IsTrue(b, "Expanded");
+    block->group = IsTrue(b, "Group");
     return block;
 }
 

@@ -8,36 +8,11 @@
 #include <utility>
 
 #include "HostSession.hpp"
+#include "ui/DlxRules.hpp"
 
 namespace host::ui {
 
 namespace {
-
-// An XML element as far as dialog files need it: name, attributes in order, child elements.
-// Text content is never meaningful in a dialog file and is dropped.
-struct Element {
-    std::string name;
-    std::vector<std::pair<std::string, std::string>> attributes;
-    std::vector<Element> children;
-    size_t offset = 0;  // of its '<' in the file, for messages
-
-    const std::string* Attribute(const char* attributeName) const {
-        for (const auto& [key, value] : attributes) {
-            if (key == attributeName) return &value;
-        }
-        return nullptr;
-    }
-    std::string AttributeOr(const char* attributeName, const std::string& fallback) const {
-        const std::string* value = Attribute(attributeName);
-        return value ? *value : fallback;
-    }
-    const Element* FirstChild(const char* childName) const {
-        for (const Element& child : children) {
-            if (child.name == childName) return &child;
-        }
-        return nullptr;
-    }
-};
 
 int LineAt(const std::string& text, size_t offset) {
     return 1 + static_cast<int>(std::count(text.begin(), text.begin() + std::min(offset, text.size()), '\n'));
@@ -50,7 +25,7 @@ class XmlReader {
 public:
     XmlReader(const std::string& text, const std::string& name) : text_(text), name_(name) {}
 
-    Element ReadDocument() {
+    XmlElement ReadDocument() {
         if (text_.compare(0, 3, "\xEF\xBB\xBF") == 0) pos_ = 3;
         size_t bad = FirstInvalidUtf8(text_);
         if (bad != std::string::npos) {
@@ -60,7 +35,7 @@ public:
         SkipMisc(true);
         if (AtEnd()) Fail("the file holds no element");
         if (!LookingAt("<")) Fail("text before the root element");
-        Element root = ReadElement(0);
+        XmlElement root = ReadElement(0);
         SkipMisc(false);
         if (!AtEnd()) Fail("content after the root element </" + root.name + ">");
         return root;
@@ -176,9 +151,9 @@ private:
         }
     }
 
-    Element ReadElement(int depth) {
+    XmlElement ReadElement(int depth) {
         if (depth > kMaxDepth) Fail("elements nest too deeply");
-        Element element;
+        XmlElement element;
         element.offset = pos_;
         ++pos_;  // '<'
         element.name = ReadName("an element name after '<'");
@@ -256,33 +231,49 @@ const ClassName kClasses[] = {
     {"UGS::UI::Comp::NativeFolderBrowser", BlockKind::FolderSelection},
 };
 
-bool IsContainer(BlockKind kind) { return kind == BlockKind::Group || kind == BlockKind::ScrolledWindow; }
-
 class DialogBuilder {
 public:
     DialogBuilder(const std::string& text, const std::string& name) : text_(text), name_(name) {}
 
-    DlxDialog Build(const Element& root) {
+    DlxDialog Build(const XmlElement& root) {
         if (root.name != "Dialog") Fail(root, "the root element is <" + root.name + ">, not <Dialog>");
-        if (const Element* list = root.FirstChild("PropertyList")) {
+        if (const XmlElement* list = root.FirstChild("PropertyList")) {
+            CheckProperties(*list, "Dialog", "the dialog");
             auto properties = ReadProperties(*list);
             auto title = properties.find("Title");
             if (title != properties.end()) dialog_.title = title->second.value;
         }
-        for (const Element& child : root.children) {
+        for (const XmlElement& child : root.children) {
             if (child.name == "item") Visit(child, "");
         }
         return std::move(dialog_);
     }
 
 private:
-    [[noreturn]] void Fail(const Element& at, const std::string& what) const {
+    [[noreturn]] void Fail(const XmlElement& at, const std::string& what) const {
         throw DlxError(name_ + ":" + std::to_string(LineAt(text_, at.offset)) + ": " + what);
     }
 
-    std::map<std::string, DlxProperty> ReadProperties(const Element& list) {
+    // Refuses what NX 8.5 could not read: a property the class does not have (the dialog's own
+    // list counts as class "Dialog"), a mask that is not a number, a value of the wrong form.
+    void CheckProperties(const XmlElement& list, const std::string& itemClass, const std::string& owner) const {
+        const DlxRules& rules = DlxRules::Nx85();
+        for (const XmlElement& p : list.children) {
+            const std::string* id = p.Attribute("id");
+            if (p.name != "Property" || id == nullptr) continue;
+            std::string what = owner + ", property \"" + *id + "\": ";
+            const std::string* mask = p.Attribute("mask");
+            if (mask && !ParseMask(*mask)) Fail(p, what + "the mask \"" + *mask + "\" is not a number; NX writes a mask as a decimal number");
+            const DlxPropertyRule* rule = rules.Property(itemClass, *id);
+            if (rule == nullptr) Fail(p, what + "NX 8.5 has no such property for class " + itemClass);
+            std::string problem = rule->ValueProblem(p);
+            if (!problem.empty()) Fail(p, what + problem);
+        }
+    }
+
+    std::map<std::string, DlxProperty> ReadProperties(const XmlElement& list) {
         std::map<std::string, DlxProperty> properties;
-        for (const Element& p : list.children) {
+        for (const XmlElement& p : list.children) {
             const std::string* id = p.Attribute("id");
             if (p.name != "Property" || id == nullptr) continue;
             DlxProperty property;
@@ -291,13 +282,13 @@ private:
             if (property.type == "enum") {
                 std::string selected = p.AttributeOr("selected", "");
                 property.value = selected;
-                for (const Element& option : p.children) {
+                for (const XmlElement& option : p.children) {
                     if (option.name == "Option" && option.AttributeOr("value", "") == selected) {
                         property.value = option.AttributeOr("name", selected);
                     }
                 }
             }
-            for (const Element& entry : p.children) {
+            for (const XmlElement& entry : p.children) {
                 if (entry.name == "Strings") property.strings.push_back(entry.AttributeOr("value", ""));
             }
             properties[*id] = std::move(property);
@@ -305,24 +296,23 @@ private:
         return properties;
     }
 
-    static const Element* PropertyElement(const Element& list, const char* id) {
-        for (const Element& p : list.children) {
+    static const XmlElement* PropertyElement(const XmlElement& list, const char* id) {
+        for (const XmlElement& p : list.children) {
             if (p.name == "Property" && p.AttributeOr("id", "") == id) return &p;
         }
         return nullptr;
     }
 
-    BlockKind KindOf(const Element& item, const std::string& id) const {
+    BlockKind KindOf(const XmlElement& item, const std::string& id) const {
         std::string itemClass = item.AttributeOr("class", "");
-        std::string bare = itemClass.compare(0, 12, "UGS::UICOMP_") == 0 ? itemClass.substr(5) : itemClass;
         for (const ClassName& c : kClasses) {
-            if (bare == c.itemClass) return c.kind;
+            if (BareItemClass(itemClass) == c.itemClass) return c.kind;
         }
         Fail(item, "block " + id + " has class \"" + itemClass + "\", which the host does not build");
     }
 
-    void Visit(const Element& item, const std::string& parentId) {
-        const Element* list = item.FirstChild("PropertyList");
+    void Visit(const XmlElement& item, const std::string& parentId) {
+        const XmlElement* list = item.FirstChild("PropertyList");
         DlxBlock block;
         if (list) block.properties = ReadProperties(*list);
         auto apiName = block.properties.find("API Name");
@@ -330,20 +320,21 @@ private:
         if (block.id.empty()) Fail(item, "an <item> without a block id (API Name)");
         if (!ids_.insert(block.id).second) Fail(item, "block id " + block.id + " is used twice");
         block.kind = KindOf(item, block.id);
+        block.itemClass = item.AttributeOr("class", "");
+        if (list) CheckProperties(*list, block.itemClass, "block " + block.id);
         block.label = block.Value("Title", block.Value("Label", ""));
         block.parentId = parentId;
-        const Element* members = list ? PropertyElement(*list, "Members") : nullptr;
-        if (members && !IsContainer(block.kind)) Fail(*members, "block " + block.id + " (" + KindName(block.kind) + ") cannot hold blocks");
+        const XmlElement* members = list ? PropertyElement(*list, "Members") : nullptr;
         std::string id = block.id;
         dialog_.blocks.push_back(std::move(block));
         if (!members) return;
-        const Element* containerItems = members->FirstChild("PropertyList");
+        const XmlElement* containerItems = members->FirstChild("PropertyList");
         if (!containerItems) return;
-        for (const Element& child : containerItems->children) {
+        for (const XmlElement& child : containerItems->children) {
             if (child.name == "item") {
                 Visit(child, id);
             } else if (child.name == "Property") {
-                for (const Element& wrapped : child.children) {
+                for (const XmlElement& wrapped : child.children) {
                     if (wrapped.name == "item") Visit(wrapped, id);
                 }
             }
@@ -357,6 +348,31 @@ private:
 };
 
 }  // namespace
+
+const std::string* XmlElement::Attribute(const char* attributeName) const {
+    for (const auto& [key, value] : attributes) {
+        if (key == attributeName) return &value;
+    }
+    return nullptr;
+}
+
+std::string XmlElement::AttributeOr(const char* attributeName, const std::string& fallback) const {
+    const std::string* value = Attribute(attributeName);
+    return value ? *value : fallback;
+}
+
+const XmlElement* XmlElement::FirstChild(const char* childName) const {
+    for (const XmlElement& child : children) {
+        if (child.name == childName) return &child;
+    }
+    return nullptr;
+}
+
+XmlElement ParseXml(const std::string& text, const std::string& name) { return XmlReader(text, name).ReadDocument(); }
+
+std::string BareItemClass(const std::string& itemClass) {
+    return itemClass.compare(0, 12, "UGS::UICOMP_") == 0 ? itemClass.substr(5) : itemClass;
+}
 
 const char* KindName(BlockKind kind) {
     switch (kind) {
@@ -376,8 +392,13 @@ std::string DlxBlock::Value(const std::string& propertyId, const std::string& fa
     return it == properties.end() ? fallback : it->second.value;
 }
 
+std::string DlxBlock::Setting(const std::string& propertyId) const {
+    const DlxPropertyRule* rule = DlxRules::Nx85().Property(itemClass, propertyId);
+    return Value(propertyId, rule ? rule->DefaultText() : "");
+}
+
 DlxDialog ParseDlx(const std::string& text, const std::string& name) {
-    Element root = XmlReader(text, name).ReadDocument();
+    XmlElement root = ParseXml(text, name);
     return DialogBuilder(text, name).Build(root);
 }
 

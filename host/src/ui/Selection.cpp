@@ -46,7 +46,7 @@ Selection::Response AskObjects(SelectionRequest request, std::vector<NXOpen::NXO
 SelectionRequest Request(const std::string& message, const std::string& title, Selection::SelectionScope scope,
                          Selection::SelectionAction action, bool includeFeatures, bool keepHighlighted,
                          const std::vector<Selection::MaskTriple>& masks) {
-    return SelectionRequest{message, title, scope, action, includeFeatures, keepHighlighted, masks};
+    return SelectionRequest{message, title, scope, action, includeFeatures, keepHighlighted, masks, host::HighlightedBodies()};
 }
 
 }  // namespace

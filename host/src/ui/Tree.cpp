@@ -237,6 +237,9 @@ void Tree::InsertNode(Node* newNode, Node* parentNode, Node* afterNode, NodeInse
         if (nodeInsertOption == NodeInsertOptionAlwaysFirst) n.pin = NodeImpl::PinnedFirst;
         if (nodeInsertOption == NodeInsertOptionAlwaysLast) n.pin = NodeImpl::PinnedLast;
     }
+    // A tree whose dialog file sorts root nodes keeps them in the order of their display texts,
+    // whatever the option or after-node.
+    if (parent == nullptr && t.sortRootNodes) at = host::ui::InsertPosition(siblings, n, NodeInsertOptionSort);
     siblings.insert(siblings.begin() + at, &n);
     n.parent = parent;
     n.inserted = true;
@@ -344,7 +347,7 @@ void Tree::SetMenu(TreeListMenu* menu) {
 
 bool Tree::ShowToolTips() { return TreeOf(this).showToolTips; }
 void Tree::SetShowToolTips(bool show) { TreeOf(this).showToolTips = show; }
-// NX 8.5: a property getter; it sorts nothing.
+// NX 8.5: a property getter; it sorts nothing. The property decides where later root nodes go.
 bool Tree::SortRootNodes() { return TreeOf(this).sortRootNodes; }
 void Tree::SetSortRootNodes(bool sort) { TreeOf(this).sortRootNodes = sort; }
 bool Tree::ShowHeader() { return TreeOf(this).showHeader; }

@@ -201,8 +201,9 @@ public:
     std::vector<std::unique_ptr<NodeImpl>> nodes;  // every node made, deleted ones included
     bool multipleSelection = true;
     bool showToolTips = false;
-    bool sortRootNodes = false;
+    bool sortRootNodes = true;  // NX 8.5's default; the dialog file says
     bool showHeader = true;
+    int height = 0;             // the file's InitialHeight (NX Open: Height); 0 lets NX choose
     std::vector<std::string> editOptions;  // GBK, as the last SetEditOptions gave them
     int editDefault = 0;
     MenuModel shownMenu;  // what the last SetMenu showed

@@ -8,10 +8,13 @@
 //   # options: ARGS...           more runner options (split at blanks; "..." keeps blanks)
 //   # env: NAME=VALUE...         process environment of the run
 //   # exit: N                    the expected exit status (default 0)
+//   # remove: PATH               a file removed before the run (e.g. from the configuration copy)
 // In these lines {source}, {bin} and {scratch} stand for the folders given on the command line.
 // The scratch folder is emptied first. The run gets a Windows user of its own, so that the paths
 // it prints are the same in every checkout: drive C: is {scratch}/c, LOCALAPPDATA is
 // C:\Users\designer\AppData\Local and the desktop C:\Users\designer\Desktop (both made).
+// Unless the options give --config, the configuration root is C:\VDConfig, a copy of the bundled
+// samples/config, so that a run that rewrites a table never touches the checkout.
 // Unless the options say otherwise the clock is pinned to 2000-01-01T00:00:00.000. With --update
 // the expected transcript is rewritten from the run.
 // Exit status: 0 same, 1 different, 2 the run could not be made.
@@ -39,6 +42,7 @@ struct Header {
     std::string part;
     std::vector<std::string> options;
     std::vector<std::string> env;
+    std::vector<std::string> remove;
     int exit = 0;
 };
 
@@ -96,6 +100,8 @@ Header ReadHeader(const std::string& script, const std::map<std::string, std::st
             for (const std::string& e : SplitArguments(*env)) header.env.push_back(e);
         } else if (auto exit = value("exit")) {
             header.exit = std::stoi(*exit);
+        } else if (auto remove = value("remove")) {
+            for (const std::string& r : SplitArguments(*remove)) header.remove.push_back(r);
         }
     }
     return header;
@@ -164,11 +170,15 @@ int main(int argc, char** argv) {
         return 2;
     }
     const Header header = ReadHeader(ReadText(script), folders);
+    fs::create_directories(scratch / "c/VDConfig");
+    fs::copy(fs::path(given["source"]) / "samples/config", scratch / "c/VDConfig/config", fs::copy_options::recursive);
+    for (const std::string& path : header.remove) fs::remove(fs::u8path(path));
     std::vector<std::string> args = {given["runner"], "run"};
     if (!header.part.empty()) args.push_back(header.part);
     args.insert(args.end(), {"--drive", "C=" + (scratch / "c").string(), "--localappdata",
                              "C:\\Users\\designer\\AppData\\Local", "--desktop", "C:\\Users\\designer\\Desktop"});
     if (!Has(header.options, "--time")) args.insert(args.end(), {"--time", "2000-01-01T00:00:00.000"});
+    if (!Has(header.options, "--config")) args.insert(args.end(), {"--config", "C:\\VDConfig"});
     args.insert(args.end(), header.options.begin(), header.options.end());
     args.insert(args.end(), {"--format", "tsv", "--script", script});
 
