@@ -33,7 +33,7 @@ function(vornadel_wine_fixtures)
   list(REMOVE_ITEM tests wine_start wine_stop nxkit_layout)
   set_tests_properties(${tests} PROPERTIES FIXTURES_REQUIRED wine)
   # Drive D: of the prefix is one folder: the tests of the plug-in that use it take turns.
-  foreach(test config_tests)
+  foreach(test config_tests crossbuild_tests)
     if(test IN_LIST tests)
       set_tests_properties(${test} PROPERTIES RESOURCE_LOCK wine-drive-d)
     endif()
