@@ -17,6 +17,8 @@ add_dependencies(runner_tests vornadel-host vornadel-testplugin Vornadel)
 add_executable(vornadel-transcript ${VORNADEL_ROOT}/tests/runner/transcript/Transcript.cpp)
 vornadel_cxx17(vornadel-transcript)
 
+# vornadel_transcripts(folder [variant NAME=VALUE]): a variant runs the same scripts against the
+# same .expected files with one more environment variable; its tests are named ..._variant.
 function(vornadel_transcripts folder)
   file(GLOB scripts CONFIGURE_DEPENDS ${VORNADEL_ROOT}/${folder}/*.txt)
   foreach(script ${scripts})
@@ -26,10 +28,18 @@ function(vornadel_transcripts folder)
       continue()
     endif()
     string(REPLACE "/" "_" prefix ${folder})
-    add_test(NAME transcript_${prefix}_${name}
+    set(run ${prefix}_${name})
+    if(ARGC GREATER 2)
+      set(run ${run}_${ARGV1})
+    endif()
+    set(test transcript_${run})
+    add_test(NAME ${test}
       COMMAND vornadel-transcript --runner $<TARGET_FILE:vornadel-host> --source ${VORNADEL_ROOT}
-              --bin ${CMAKE_BINARY_DIR}/bin --scratch ${CMAKE_BINARY_DIR}/transcripts/${prefix}_${name} ${script}
+              --bin ${CMAKE_BINARY_DIR}/bin --scratch ${CMAKE_BINARY_DIR}/transcripts/${run} ${script}
       WORKING_DIRECTORY ${VORNADEL_ROOT})
+    if(ARGC GREATER 2)
+      set_tests_properties(${test} PROPERTIES ENVIRONMENT "${ARGV2}")
+    endif()
   endforeach()
 endfunction()
 vornadel_transcripts(samples/scripts)

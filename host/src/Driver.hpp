@@ -231,4 +231,9 @@ struct WindowView {
 };
 std::vector<WindowView> Windows();
 
+// SetWindowTextA: from now on the window's text is text (GBK), whatever its block's label or the
+// dialog's title becomes; the block itself is unchanged. False when no window has the handle.
+// It stands for what another program (or NX itself) may do to a window's text.
+bool ChangeWindowText(void* handle, const std::string& text);
+
 }  // namespace host

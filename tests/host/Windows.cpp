@@ -151,6 +151,21 @@ TEST_F(DialogWindows, ButtonIsPressedFromInsideATreeMenuHandler) {
     EXPECT_EQ(expected, events_) << "the button's update handler runs synchronously inside the menu handler";
 }
 
+TEST_F(DialogWindows, ChangedWindowTextIsWhatTheWindowCallsSee) {
+    ShowWith([&](host::LiveDialog&) {
+        WindowHandle top = platform::FindTopLevelWindow(kDialogClass, title_.c_str());
+        WindowHandle button = FindByText(title_, caption_);
+        ASSERT_TRUE(host::ChangeWindowText(top, "另一个标题"));
+        EXPECT_EQ(nullptr, platform::FindTopLevelWindow(kDialogClass, title_.c_str())) << "Windows: the old title finds nothing";
+        EXPECT_EQ(top, platform::FindTopLevelWindow(kDialogClass, "另一个标题"));
+        EXPECT_EQ(title_, std::string(dialog_->TopBlock()->Label().GetLocaleText())) << "the dialog's title is unchanged";
+        ASSERT_TRUE(host::ChangeWindowText(button, "按钮"));
+        dialog_->TopBlock()->FindBlock("button04")->SetLabel("新标签");
+        EXPECT_EQ("按钮", TextOf(button)) << "host choice: a changed window text stays until the dialog closes";
+        EXPECT_FALSE(host::ChangeWindowText(reinterpret_cast<WindowHandle>(0x7), "x")) << "no such window";
+    });
+}
+
 TEST_F(DialogWindows, DisabledButtonIgnoresTheClick) {
     ShowWith([&](host::LiveDialog&) {
         dialog_->TopBlock()->FindBlock("button04")->SetEnable(false);

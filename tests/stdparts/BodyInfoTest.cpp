@@ -136,6 +136,128 @@ TEST_F(BodyMatching, FlagTrueStillRejectsAnotherSolid)
     EXPECT_TRUE(SameSolids(1001, {1002}, true).empty());
 }
 
+// NX integrates mass properties numerically, and a copy elsewhere in the part errs otherwise:
+// the part says "mass_props": "numerical", so the host's values err as NX's may, within the
+// tolerances BodyInfo asks for.
+class BodyMatchingUnderNumericalError : public BodyMatching {
+protected:
+    // Where the copies lie: at the origin, far from it, turned, both.
+    static std::vector<PartBody> Placed(const Json& solid, unsigned firstTag)
+    {
+        const std::vector<std::pair<std::vector<double>, std::vector<double>>> places = {
+            {{0, 0, 0}, {0, 0, 0}},        {{500, 0, 0}, {0, 0, 0}},      {{0, -1000, 0}, {0, 0, 0}},
+            {{800, 800, 800}, {0, 0, 0}},  {{15, 40, -5}, {0, 90, 0}},    {{-640, 220, 75}, {30, 60, 90}},
+            {{300, -300, 0}, {0, 0, 73}},  {{-50, -50, 900}, {90, 0, 0}}, {{1000, 1000, -1000}, {180, 45, 12}}};
+        std::vector<PartBody> bodies;
+        for (const auto& [at, rotate] : places) {
+            PartBody body{static_cast<unsigned>(firstTag + bodies.size()), Marked()};
+            body.solid = solid;
+            body.at = at;
+            body.rotate = rotate;
+            bodies.push_back(body);
+        }
+        return bodies;
+    }
+
+    static std::vector<unsigned> TagsOf(const std::vector<PartBody>& bodies)
+    {
+        std::vector<unsigned> tags;
+        for (const PartBody& b : bodies)
+            tags.push_back(b.tag);
+        return tags;
+    }
+
+    void LoadNumerical(const std::vector<PartBody>& bodies)
+    {
+        Json part = Json::parse(PartJson(bodies));
+        part["mass_props"] = "numerical";
+        const fs::path path = top_ / "numerical.part.json";
+        vornadel_test::WriteBytes(path, part.dump());
+        host::LoadWorkPart(path.string());
+    }
+
+    // Every copy of the solid, wherever it lies, matches every other.
+    void ExpectEveryCopyMatches(const Json& solid)
+    {
+        const std::vector<PartBody> copies = Placed(solid, 1001);
+        LoadNumerical(copies);
+        for (unsigned reference : TagsOf(copies))
+            EXPECT_EQ(TagsOf(copies), SameSolids(reference, TagsOf(copies))) << "copies of body " << reference;
+    }
+
+    // No copy of the solid matches any copy of its neighbour, wherever each lies.
+    void ExpectNeighboursNeverMatch(const Json& solid, const Json& neighbour)
+    {
+        std::vector<PartBody> bodies = Placed(solid, 1001);
+        const std::vector<PartBody> others = Placed(neighbour, 2001);
+        bodies.insert(bodies.end(), others.begin(), others.end());
+        LoadNumerical(bodies);
+        for (unsigned reference : TagsOf(Placed(solid, 1001)))
+            EXPECT_TRUE(SameSolids(reference, TagsOf(others)).empty()) << "body " << reference;
+    }
+};
+
+// An ejector pin: a head of 8 x 4, then the shank.
+Json EjectorPin(double length)
+{
+    return Stack({{8, 4}, {4, length}});
+}
+
+// A threaded rod as a B-surface model shows it: 120 steps of crest and root, then a plain end.
+Json ThreadedRod()
+{
+    std::vector<std::pair<double, double>> sections;
+    for (int i = 0; i < 60; ++i) {
+        sections.push_back({10, 0.75});
+        sections.push_back({8.4, 0.75});
+    }
+    sections.push_back({10, 12});
+    return Stack(sections);
+}
+
+TEST_F(BodyMatchingUnderNumericalError, ScrewsFarFromTheOriginAndTurnedMatch)
+{
+    ExpectEveryCopyMatches(Screw(6, 20));
+}
+
+TEST_F(BodyMatchingUnderNumericalError, LongPinsLyingAskewMatch)
+{
+    ExpectEveryCopyMatches(EjectorPin(400));
+}
+
+TEST_F(BodyMatchingUnderNumericalError, StacksOfManyStepsMatch)
+{
+    ExpectEveryCopyMatches(ThreadedRod());
+}
+
+TEST_F(BodyMatchingUnderNumericalError, BlocksMatch)
+{
+    ExpectEveryCopyMatches(Box(20, 30, 50));
+}
+
+TEST_F(BodyMatchingUnderNumericalError, ScrewOneSizeLongerNeverMatches)
+{
+    ExpectNeighboursNeverMatch(Screw(6, 20), Screw(6, 25));
+}
+
+TEST_F(BodyMatchingUnderNumericalError, PinFiveMillimetresLongerOfFourHundredNeverMatches)
+{
+    ExpectNeighboursNeverMatch(EjectorPin(400), EjectorPin(405));
+}
+
+TEST_F(BodyMatchingUnderNumericalError, PinOneMillimetreLongerOfSixHundredNeverMatches)
+{
+    ExpectNeighboursNeverMatch(EjectorPin(600), EjectorPin(601));
+}
+
+TEST_F(BodyMatchingUnderNumericalError, FlagTrueStillTellsTurnedCopiesFromMovedOnes)
+{
+    std::vector<PartBody> copies = Placed(Screw(6, 20), 1001);
+    LoadNumerical(copies);
+    EXPECT_EQ((std::vector<unsigned>{1001, 1002, 1003, 1004, 1007}), SameSolids(1001, TagsOf(copies), true))
+        << "moved copies and the one turned about the screw's own axis match, other turned ones do not";
+}
+
 TEST_F(BodyMatching, GetBodyFacetAttrFindsTheMarkAndItsValue)
 {
     LoadBodies({{1001, Marked()}});

@@ -136,22 +136,6 @@ TEST_F(FirstDisplay, NineTreeHandlersAreRegisteredInOrder)
     });
 }
 
-TEST_F(FirstDisplay, EditingHandlersOpenNoEditorAndAcceptNoEdit)
-{
-    LoadBodies({{1001, ScrewM6x20()}});
-    WithDialog([](Vornadel& dialog, host::LiveDialog&) {
-        typedef NXOpen::BlockStyler::Tree Tree;
-        Tree* tree = dialog.tree_control0;
-        NXOpen::BlockStyler::Node* node = tree->RootNode();
-        EXPECT_EQ(Tree::BeginLabelEditStateDisallow, dialog.OnBeginLabelEditCallback(tree, node, 1));
-        EXPECT_EQ(Tree::ControlTypeNone, dialog.AskEditControlCallback(tree, node, 1));
-        EXPECT_EQ(Tree::EndLabelEditStateRejectText, dialog.OnEndLabelEditCallback(tree, node, 1, "x"));
-        EXPECT_EQ(Tree::EditControlOptionReject,
-                  dialog.OnEditOptionSelectedCallback(tree, node, 1, 0, "x", Tree::ControlTypeComboBox));
-        EXPECT_EQ(std::vector<std::string>{"001 1001"}, Outline(Rows(tree)));
-    });
-}
-
 TEST_F(FirstDisplay, TreeHasThirteenColumnsWithTheirTitlesAndWidths)
 {
     LoadBodies({});

@@ -106,6 +106,9 @@ public:
     std::string fullPath;  // GBK
     std::vector<std::unique_ptr<BodyImpl>> bodies;  // in part order
     LayerManagerImpl layers;
+    // UF_MODL_ask_mass_props_3d errs as NX's numerical integration may (part file "mass_props":
+    // "numerical"); false: exact values.
+    bool numericalMassProps = false;
     BodyCollectionImpl bodyCollection;
 
     // The body of this part with this tag, or NULL.

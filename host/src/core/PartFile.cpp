@@ -127,7 +127,7 @@ public:
     std::unique_ptr<PartImpl> Load() {
         const Json root = Parse(Read());
         if (!root.is_object()) Fail("", "the file must hold one JSON object");
-        Keys(root, "", {"format", "leaf", "attributes", "work_layer", "layer_states", "bodies"});
+        Keys(root, "", {"format", "leaf", "attributes", "work_layer", "layer_states", "mass_props", "bodies"});
 
         const Json& format = Required(root, "", "format");
         if (!format.is_string() || format.get<std::string>() != kFormat)
@@ -142,6 +142,12 @@ public:
         int work = root.contains("work_layer") ? Layer(root["work_layer"], "work_layer") : 1;
         part->layers.MakeWork(work);
         if (root.contains("layer_states")) ReadLayerStates(root["layer_states"], *part);
+        if (root.contains("mass_props")) {
+            const Json& mode = root["mass_props"];
+            if (mode != "exact" && mode != "numerical")
+                Fail("mass_props", Show(mode) + " is not \"exact\" or \"numerical\"");
+            part->numericalMassProps = mode == "numerical";
+        }
 
         if (root.contains("bodies")) {
             const Json& bodies = root["bodies"];
@@ -414,6 +420,7 @@ public:
             out_ << "  }";
         }
         out_ << ",\n";
+        if (part.numericalMassProps) out_ << "  \"mass_props\": \"numerical\",\n";
         out_ << "  \"bodies\": ";
         if (part.bodies.empty()) {
             out_ << "[]";

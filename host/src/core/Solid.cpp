@@ -1,9 +1,14 @@
 // Mass properties of the host's solids in closed form, and UF_MODL_ask_mass_props_3d on top.
 // Because every quantity comes from the exact shape and is then carried through the body's
 // rotation and translation, a moved or rotated copy of a solid gives the same volume, area
-// and principal moments, as NX's own (numerically integrated) values do.
+// and principal moments. NX integrates numerically instead, and its values err within the
+// accuracy asked for: with numerical mass properties switched on, the host adds such an error.
 #include <algorithm>
 #include <cmath>
+#include <cstdint>
+#include <cstdlib>
+#include <cstring>
+#include <string>
 
 #include <uf_modl.h>
 
@@ -165,17 +170,94 @@ bool UnitFactors(int units, double& length, double& mass) {
     }
 }
 
+// Numerical mass properties: the relative error NX may make in each quantity, taken from the
+// request. accuracy 2 gives relative tolerances (area, volume, first moments, centroidal
+// moments, centroidal products); one of 0 is not tested by NX but computed alike, so it takes the
+// largest tolerance given. Any other accuracy uses acc_value[0] in 0..1, for which NX states no
+// error figure: the host takes 1 - acc_value[0]. Without acc_value the values stay exact.
+struct ErrorBounds {
+    double area = 0;
+    double volume = 0;
+    Vec3 moments{0, 0, 0};   // xx, yy, zz
+    Vec3 products{0, 0, 0};  // xy, yz, zx
+};
+
+double Fraction(double value) { return std::isfinite(value) ? std::clamp(value, 0.0, 1.0) : 0.0; }
+
+ErrorBounds RequestedBounds(int accuracy, const double* accValue) {
+    ErrorBounds bounds;
+    if (accValue == nullptr) return bounds;
+    if (accuracy != 2) {
+        const double e = Fraction(1 - accValue[0]);
+        bounds.area = bounds.volume = e;
+        bounds.moments = bounds.products = {e, e, e};
+        return bounds;
+    }
+    double largest = 0;
+    for (int i = 0; i < 11; ++i) largest = std::max(largest, Fraction(accValue[i]));
+    auto bound = [&](double given) { return Fraction(given) > 0 ? Fraction(given) : largest; };
+    bounds.area = bound(accValue[0]);
+    bounds.volume = bound(accValue[1]);
+    for (int k = 0; k < 3; ++k) {
+        bounds.moments[k] = bound(accValue[5 + k]);
+        bounds.products[k] = bound(accValue[8 + k]);
+    }
+    return bounds;
+}
+
+// Session-wide switch, for running whole suites and the runner with numerical mass properties.
+bool NumericalEverywhere() {
+    const char* mode = std::getenv("VORNADEL_HOST_MASS_PROPS");
+    return mode != nullptr && std::string(mode) == "numerical";
+}
+
+uint64_t Mix(uint64_t x) {  // the splitmix64 finaliser
+    x = (x ^ (x >> 30)) * 0xBF58476D1CE4E5B9ull;
+    x = (x ^ (x >> 27)) * 0x94D049BB133111EBull;
+    return x ^ (x >> 31);
+}
+
+// A number in [-1, 1) fixed by where the body lies and which quantity it is for: the same
+// placement always errs alike, another placement (moved or turned) otherwise.
+double Deviation(const Placement& placement, int quantity) {
+    uint64_t h = Mix(static_cast<uint64_t>(quantity) + 1);
+    for (const Vec3* v : {&placement.at, &placement.rotate})
+        for (double x : *v) {
+            x += 0.0;  // -0 as 0
+            uint64_t bits;
+            std::memcpy(&bits, &x, sizeof bits);
+            h = Mix(h ^ bits);
+        }
+    return static_cast<double>(h >> 11) * 0x1.0p-52 - 1;
+}
+
+// Area, volume and the centroidal tensor, each off by at most its bound: a moment relative to
+// itself, a product relative to the smaller of its two moments (a product of a symmetric solid is
+// 0, which no numerical integration hits exactly). The centre of mass stays exact.
+void AddNumericalError(SolidProperties& p, const Placement& placement, const ErrorBounds& e) {
+    p.area *= 1 + e.area * Deviation(placement, 0);
+    p.volume *= 1 + e.volume * Deviation(placement, 1);
+    const Mat3 exact = p.inertia;
+    for (int k = 0; k < 3; ++k) {
+        p.inertia[k][k] = exact[k][k] * (1 + e.moments[k] * Deviation(placement, 2 + k));
+        const int i = k, j = (k + 1) % 3;
+        const double d = e.products[k] * Deviation(placement, 5 + k) * std::min(exact[i][i], exact[j][j]);
+        p.inertia[i][j] += d;
+        p.inertia[j][i] += d;
+    }
+}
+
 }  // namespace
 
 extern "C" {
 
 // Solid bodies only (type 1); the bodies' density (Body::Density, steel) is used and the density
-// argument, as in NX for solids, is not. The values are exact, so accuracy and acc_value do not
-// matter and statistics are zero. Products of inertia are the integrals of xy, yz and zx dm
-// (host choice); principal moments ascend, the principal axes are the rows of [22..30] in the
-// same order.
-int UF_MODL_ask_mass_props_3d(tag_t* objects, int num_objs, int type, int units, double, int, double[11],
-                              double mass_props[47], double statistics[13]) {
+// argument, as in NX for solids, is not. The values are exact unless numerical mass properties
+// are on (the body's part, or the session); then each body errs within the accuracy asked for.
+// Statistics are zero. Products of inertia are the integrals of xy, yz and zx dm (host choice);
+// principal moments ascend, the principal axes are the rows of [22..30] in the same order.
+int UF_MODL_ask_mass_props_3d(tag_t* objects, int num_objs, int type, int units, double, int accuracy,
+                              double acc_value[11], double mass_props[47], double statistics[13]) {
     if (objects == nullptr || mass_props == nullptr) return kUfNullArgument;
     double lf = 0, mf = 0;
     if (num_objs <= 0 || type != 1 || !UnitFactors(units, lf, mf)) return kUfBadMassPropsArguments;
@@ -191,8 +273,11 @@ int UF_MODL_ask_mass_props_3d(tag_t* objects, int num_objs, int type, int units,
     double area = 0, volume = 0, mass = 0;
     Vec3 centroid{0, 0, 0};
     std::vector<SolidProperties> parts;
+    const ErrorBounds bounds = RequestedBounds(accuracy, acc_value);
+    const bool everywhere = NumericalEverywhere();
     for (const BodyImpl* body : bodies) {
         parts.push_back(ComputeProperties(body->solid, body->placement));
+        if (everywhere || body->part->numericalMassProps) AddNumericalError(parts.back(), body->placement, bounds);
         const SolidProperties& p = parts.back();
         area += p.area;
         volume += p.volume;

@@ -7,6 +7,7 @@
 #include <exception>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -244,6 +245,7 @@ struct Window {
     BlockImpl* block;  // NULL for the dialog's own window
     std::vector<std::unique_ptr<Window>> children;
     bool buttonDown = false;
+    std::optional<std::string> ownText;  // set by host::ChangeWindowText; else the label is the text
 
     std::string Text() const;
 };

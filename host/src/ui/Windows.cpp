@@ -34,7 +34,7 @@ std::unique_ptr<Window> Make(DialogImpl& dialog, BlockImpl* block) {
     Registry& r = Windows();
     void* handle = reinterpret_cast<void*>(r.nextHandle);
     r.nextHandle += 4;
-    auto w = std::unique_ptr<Window>(new Window{handle, block ? block->className : "#32770", dialog, block, {}, false});
+    auto w = std::unique_ptr<Window>(new Window{handle, block ? block->className : "#32770", dialog, block, {}, false, std::nullopt});
     r.byHandle[handle] = w.get();
     for (BlockImpl* member : (block ? block : dialog.top.get())->members) w->children.push_back(Make(dialog, member));
     return w;
@@ -61,7 +61,10 @@ WindowView View(const Window& w) {
 
 }  // namespace
 
-std::string Window::Text() const { return block ? block->label : dialog.top->label; }
+std::string Window::Text() const {
+    if (ownText) return *ownText;
+    return block ? block->label : dialog.top->label;
+}
 
 void OpenWindows(DialogImpl& dialog) {
     if (dialog.window) return;
@@ -85,6 +88,13 @@ std::vector<WindowView> Windows() {
     std::vector<WindowView> views;
     for (const ui::Window* w : ui::Windows().topLevel) views.push_back(ui::View(*w));
     return views;
+}
+
+bool ChangeWindowText(void* handle, const std::string& text) {
+    ui::Window* w = ui::Find(handle);
+    if (w == nullptr) return false;
+    w->ownText = text;
+    return true;
 }
 
 }  // namespace host

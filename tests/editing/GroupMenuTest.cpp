@@ -1,0 +1,321 @@
+// The tree's right-click menu: its two items and when they are offered, dissolving a group, and
+// "添加组", which finds the dialog's group button on screen by its label and clicks it so that
+// the group command runs in add mode.
+
+#include <NXOpen/BlockStyler_BlockDialog.hxx>
+#include <NXOpen/BlockStyler_Button.hxx>
+#include <NXOpen/BlockStyler_CompositeBlock.hxx>
+#include <NXOpen/NXMessageBox.hxx>
+#include <uf.h>
+
+#include "EditingFixture.hpp"
+#include "editing/GroupMenu.h"
+
+using namespace editing_test;
+
+namespace {
+
+enum { kAddToGroup = 0, kDissolveGroup = 1 };
+
+class GroupMenu : public EditingFixture {
+protected:
+    void SetUp() override
+    {
+        EditingFixture::SetUp();
+        LoadFourLines();
+        host::PinClock({2024, 6, 3, 14, 5, 9, 27});
+    }
+
+    // The windows of the dialog shown, depth first, as the menu walks them.
+    static std::vector<host::WindowView> WindowsDepthFirst()
+    {
+        std::vector<host::WindowView> all;
+        std::function<void(const std::vector<host::WindowView>&)> walk = [&](const std::vector<host::WindowView>& level) {
+            for (const host::WindowView& w : level) {
+                all.push_back(w);
+                walk(w.children);
+            }
+        };
+        std::vector<host::WindowView> top = host::Windows();
+        walk(top.empty() ? top : top[0].children);
+        return all;
+    }
+
+    static void* WindowWithText(const std::string& text)
+    {
+        for (const host::WindowView& w : WindowsDepthFirst()) {
+            if (w.text == text)
+                return w.handle;
+        }
+        return nullptr;
+    }
+
+    // Every body's attributes, by tag.
+    static std::map<unsigned, std::map<std::string, std::string>> PartAttributes()
+    {
+        std::map<unsigned, std::map<std::string, std::string>> all;
+        for (unsigned tag : {1001u, 1002u, 1003u, 2001u, 2002u, 3001u, 3002u, 3003u, 4001u, 4002u, 5001u})
+            all[tag] = AttributesOf(tag);
+        return all;
+    }
+};
+
+TEST_F(GroupMenu, RowWhoseBodyHasAGroupIdOffersBothItems)
+{
+    WithDialog([](Vornadel& dialog, host::LiveDialog& live) {
+        std::vector<host::LiveDialog::MenuItemView> items = live.RightClick(RowNode(dialog.tree_control0, 3, 3), 2);
+        ASSERT_EQ(2u, items.size());
+        EXPECT_EQ(kAddToGroup, items[0].id);
+        EXPECT_EQ("添加组", items[0].text);
+        EXPECT_FALSE(items[0].disabled);
+        EXPECT_EQ(kDissolveGroup, items[1].id);
+        EXPECT_EQ("解散组", items[1].text);
+        EXPECT_FALSE(items[1].disabled);
+    });
+}
+
+TEST_F(GroupMenu, RowWhoseBodyHasNoGroupIdShowsBothItemsDisabled)
+{
+    WithDialog([](Vornadel& dialog, host::LiveDialog& live) {
+        for (Node* node : {RowNode(dialog.tree_control0, 1), RowNode(dialog.tree_control0, 1, 2),
+                           RowNode(dialog.tree_control0, 5)}) {
+            std::vector<host::LiveDialog::MenuItemView> items = live.RightClick(node, 0);
+            ASSERT_EQ(2u, items.size());
+            EXPECT_TRUE(items[0].disabled) << "添加组 too";
+            EXPECT_TRUE(items[1].disabled);
+            EXPECT_FALSE(live.ChooseMenuItem(kAddToGroup));
+        }
+    });
+    EXPECT_TRUE(host::SelectionRequests().empty());
+}
+
+TEST_F(GroupMenu, GroupIdOfAnotherTypeDoesNotCount)
+{
+    LoadBodies({{1001, Marked({{"名称", "顶针"}, {"组ID", Json{{"integer", 7}}}})}});
+    WithDialog([](Vornadel& dialog, host::LiveDialog& live) {
+        std::vector<host::LiveDialog::MenuItemView> items = live.RightClick(RowNode(dialog.tree_control0, 1), 0);
+        ASSERT_EQ(2u, items.size());
+        EXPECT_TRUE(items[0].disabled);
+        EXPECT_TRUE(items[1].disabled);
+    });
+}
+
+TEST_F(GroupMenu, EmptyTreeSpaceShowsBothItemsDisabled)
+{
+    WithDialog([](Vornadel&, host::LiveDialog& live) {
+        std::vector<host::LiveDialog::MenuItemView> items = live.RightClick(nullptr, 0);
+        ASSERT_EQ(2u, items.size());
+        EXPECT_TRUE(items[0].disabled);
+        EXPECT_TRUE(items[1].disabled);
+    });
+}
+
+TEST_F(GroupMenu, DissolvingABodyRowClearsThatBodyOnlyAndRebuildsTheTree)
+{
+    const auto before = PartAttributes();
+    WithDialog([](Vornadel& dialog, host::LiveDialog& live) {
+        live.RightClick(RowNode(dialog.tree_control0, 3, 3), 0);
+        EXPECT_TRUE(live.ChooseMenuItem(kDissolveGroup));
+        EXPECT_EQ((std::vector<std::string>{"001 1001", "  001 1001", "  001 1002", "  001 1003", "002 2001",
+                                            "  002 2001", "  002 2002", "003 3001", "  003 3001", "  003 3002",
+                                            "004 3003", "005 4001", "  005 4001", "  005 4002", "006 5001"}),
+                  Outline(Rows(dialog.tree_control0)));
+        EXPECT_EQ(6u, dialog.initialParams.size()) << "the snapshot is taken again";
+    });
+    auto expected = before;
+    expected[3003].erase("组ID");
+    EXPECT_EQ(expected, PartAttributes()) << "nothing else changes";
+}
+
+TEST_F(GroupMenu, DissolvingAGroupRowClearsTheWholeGroup)
+{
+    const auto before = PartAttributes();
+    WithDialog([](Vornadel& dialog, host::LiveDialog& live) {
+        live.RightClick(RowNode(dialog.tree_control0, 3), 0);
+        EXPECT_TRUE(live.ChooseMenuItem(kDissolveGroup));
+    });
+    auto expected = before;
+    for (unsigned tag : {3001u, 3002u, 3003u})
+        expected[tag].erase("组ID");
+    EXPECT_EQ(expected, PartAttributes()) << "the group G2 keeps its id";
+    EXPECT_EQ("G2", GroupIdOf(4001));
+    EXPECT_TRUE(host::Messages().empty());
+}
+
+TEST_F(GroupMenu, DissolvedGroupIsRebuiltFromThePartWithoutUnsavedEdits)
+{
+    WithDialog([](Vornadel& dialog, host::LiveDialog& live) {
+        Tree* tree = dialog.tree_control0;
+        live.Edit(RowNode(tree, 1), 7, "未保存");
+        live.RightClick(RowNode(tree, 3), 0);
+        EXPECT_TRUE(live.ChooseMenuItem(kDissolveGroup));
+        EXPECT_EQ("", Text(RowNode(tree, 1), 7));
+        const std::vector<std::string> outline = Outline(Rows(tree));
+        EXPECT_EQ((std::vector<std::string>{"003 3001", "  003 3001", "  003 3002", "004 3003", "005 4001",
+                                            "  005 4001", "  005 4002", "006 5001"}),
+                  std::vector<std::string>(outline.begin() + 7, outline.end()));
+    });
+}
+
+TEST_F(GroupMenu, AddToGroupRunsTheGroupButtonInAddMode)
+{
+    host::QueueSelectionAnswer(NXOpen::Selection::ResponseOk, {5001});
+    WithDialog([](Vornadel& dialog, host::LiveDialog& live) {
+        Tree* tree = dialog.tree_control0;
+        Node* clicked = RowNode(tree, 3, 2);
+        live.RightClick(clicked, 0);
+        EXPECT_TRUE(live.ChooseMenuItem(kAddToGroup));
+        EXPECT_TRUE(dialog.addToGroupMode);
+        EXPECT_EQ(clicked, dialog.addToGroupNode);
+        const std::vector<std::string> outline = Outline(Rows(tree));
+        EXPECT_EQ((std::vector<std::string>{"003 3001", "  003 3001", "  003 3002", "  003 3003", "  003 5001",
+                                            "004 4001", "  004 4001", "  004 4002"}),
+                  std::vector<std::string>(outline.begin() + 7, outline.end()))
+            << "the tree is rebuilt with the bush in the group";
+    });
+    ASSERT_EQ(1u, host::SelectionRequests().size());
+    EXPECT_EQ("设置组", host::SelectionRequests()[0].title);
+    EXPECT_EQ("选择需要设置为同一组的实体", host::SelectionRequests()[0].message);
+    EXPECT_EQ("G1", GroupIdOf(5001)) << "the clicked row's group id";
+    EXPECT_EQ("-", GroupIdOf(1001));
+}
+
+TEST_F(GroupMenu, AfterOneAddToGroupTheGroupButtonKeepsAddingToTheRememberedGroup)
+{
+    host::QueueSelectionAnswer(NXOpen::Selection::ResponseCancel);
+    host::QueueSelectionAnswer(NXOpen::Selection::ResponseOk, {5001, 2002});
+    WithDialog([](Vornadel& dialog, host::LiveDialog& live) {
+        live.RightClick(RowNode(dialog.tree_control0, 4), 0);
+        EXPECT_TRUE(live.ChooseMenuItem(kAddToGroup));
+        EXPECT_EQ("-", GroupIdOf(5001)) << "cancelled: nothing changes";
+        live.Press("button04");
+    });
+    EXPECT_EQ(2u, host::SelectionRequests().size());
+    EXPECT_EQ("G2", GroupIdOf(5001)) << "the group of the row the menu was opened on, not a new group";
+    EXPECT_EQ("G2", GroupIdOf(2002));
+}
+
+TEST_F(GroupMenu, WithoutTheMenuTheGroupButtonMakesANewGroup)
+{
+    host::QueueSelectionAnswer(NXOpen::Selection::ResponseOk, {5001, 2002});
+    WithDialog([](Vornadel& dialog, host::LiveDialog& live) {
+        live.Press("button04");
+        EXPECT_FALSE(dialog.addToGroupMode);
+    });
+    EXPECT_EQ("06031405090027", GroupIdOf(5001));
+    EXPECT_EQ("06031405090027", GroupIdOf(2002));
+}
+
+TEST_F(GroupMenu, TitleThatMatchesNoWindowMakesAddToGroupDoNothing)
+{
+    host::QueueSelectionAnswer(NXOpen::Selection::ResponseOk, {5001});
+    WithDialog([](Vornadel& dialog, host::LiveDialog& live) {
+        std::vector<host::WindowView> top = host::Windows();
+        ASSERT_EQ(1u, top.size());
+        ASSERT_TRUE(host::ChangeWindowText(top[0].handle, "Vornadel - 标准件BOM"));
+        live.RightClick(RowNode(dialog.tree_control0, 3), 0);
+        EXPECT_TRUE(live.ChooseMenuItem(kAddToGroup));
+        EXPECT_FALSE(dialog.addToGroupMode);
+        EXPECT_EQ(nullptr, dialog.addToGroupNode);
+    });
+    EXPECT_TRUE(host::SelectionRequests().empty());
+    EXPECT_EQ("-", GroupIdOf(5001));
+    EXPECT_TRUE(host::Messages().empty()) << "silently";
+}
+
+TEST_F(GroupMenu, NoWindowWithTheButtonLabelMakesAddToGroupDoNothing)
+{
+    WithDialog([](Vornadel& dialog, host::LiveDialog& live) {
+        ASSERT_TRUE(host::ChangeWindowText(WindowWithText("设置组"), "设置组(&G)"));
+        live.RightClick(RowNode(dialog.tree_control0, 3), 0);
+        EXPECT_TRUE(live.ChooseMenuItem(kAddToGroup));
+        EXPECT_FALSE(dialog.addToGroupMode);
+    });
+    EXPECT_TRUE(host::SelectionRequests().empty());
+    EXPECT_TRUE(host::Messages().empty());
+}
+
+TEST_F(GroupMenu, OnlyTheFirstWindowWithTheButtonLabelInDepthFirstOrderIsClicked)
+{
+    host::QueueSelectionAnswer(NXOpen::Selection::ResponseOk, {5001});
+    WithDialog([](Vornadel& dialog, host::LiveDialog& live) {
+        // The tree's window lies deeper than the group button's but in an earlier branch: depth
+        // first it comes before the button, breadth first after it.
+        dialog.tree_control0->SetLabel("设置组");
+        Node* clicked = RowNode(dialog.tree_control0, 3);
+        live.RightClick(clicked, 0);
+        EXPECT_TRUE(live.ChooseMenuItem(kAddToGroup));
+        EXPECT_TRUE(dialog.addToGroupMode) << "a window with the label was found";
+        EXPECT_EQ(clicked, dialog.addToGroupNode);
+    });
+    EXPECT_TRUE(host::SelectionRequests().empty()) << "the tree's window took the click, the button got none";
+    EXPECT_EQ("-", GroupIdOf(5001));
+}
+
+TEST_F(GroupMenu, ALaterWindowWithTheButtonLabelIsNotClicked)
+{
+    host::QueueSelectionAnswer(NXOpen::Selection::ResponseOk, {5001});
+    host::QueueSelectionAnswer(NXOpen::Selection::ResponseOk, {1001});
+    WithDialog([](Vornadel& dialog, host::LiveDialog& live) {
+        dialog.button03->SetLabel("设置组");
+        live.RightClick(RowNode(dialog.tree_control0, 3), 0);
+        EXPECT_TRUE(live.ChooseMenuItem(kAddToGroup));
+    });
+    EXPECT_EQ(1u, host::SelectionRequests().size()) << "one press of the group button, none of button03";
+    EXPECT_EQ("G1", GroupIdOf(5001));
+}
+
+TEST_F(GroupMenu, ChoiceWithoutANodeOrOfAnotherItemDoesNothing)
+{
+    const auto before = PartAttributes();
+    WithDialog([](Vornadel& dialog, host::LiveDialog&) {
+        Tree* tree = dialog.tree_control0;
+        UF_terminate();
+        dialog.OnMenuSelectionCallback(tree, nullptr, kDissolveGroup);
+        EXPECT_EQ(1, UF_is_initialized()) << "the user-function library is initialised first";
+        dialog.OnMenuSelectionCallback(tree, nullptr, kAddToGroup);
+        dialog.OnMenuSelectionCallback(tree, RowNode(tree, 3), 2);
+        dialog.OnMenuSelectionCallback(tree, RowNode(tree, 3), -1);
+        EXPECT_FALSE(dialog.addToGroupMode);
+        EXPECT_EQ(15u, Rows(tree).size());
+    });
+    EXPECT_EQ(before, PartAttributes());
+    EXPECT_TRUE(host::SelectionRequests().empty());
+    EXPECT_TRUE(host::Messages().empty());
+}
+
+TEST_F(GroupMenu, NxErrorWhileDissolvingIsShownInANoticeBox)
+{
+    WithDialog([](Vornadel& dialog, host::LiveDialog&) {
+        Tree* tree = dialog.tree_control0;
+        Node* gone = RowNode(tree, 3);
+        tree->DeleteNode(gone);
+        dialog.OnMenuSelectionCallback(tree, gone, kDissolveGroup);
+    });
+    ASSERT_EQ(1u, host::Messages().size());
+    EXPECT_EQ("提示", host::Messages()[0].title);
+    EXPECT_EQ(NXOpen::NXMessageBox::DialogTypeError, host::Messages()[0].type);
+    EXPECT_EQ("G1", GroupIdOf(3001));
+}
+
+TEST(CollectChildWindows, NoWindowHasNoDescendants)
+{
+    std::vector<platform::WindowHandle> list(1, reinterpret_cast<platform::WindowHandle>(0x1));
+    CollectChildWindows(reinterpret_cast<platform::WindowHandle>(0x7), list);
+    EXPECT_EQ(1u, list.size()) << "an unknown window adds nothing, and the list is appended to";
+}
+
+TEST_F(GroupMenu, CollectChildWindowsWalksTheDialogDepthFirst)
+{
+    WithDialog([](Vornadel&, host::LiveDialog& live) {
+        std::vector<platform::WindowHandle> list;
+        CollectChildWindows(host::Windows()[0].handle, list);
+        std::vector<void*> expected;
+        for (const host::WindowView& w : WindowsDepthFirst())
+            expected.push_back(w.handle);
+        EXPECT_EQ(expected, list);
+        EXPECT_EQ(live.Blocks().size(), list.size()) << "one window per block";
+    });
+}
+
+}  // namespace
