@@ -9,6 +9,8 @@ set(INSTALL_GTEST OFF CACHE BOOL "" FORCE)
 add_subdirectory(/usr/src/googletest ${CMAKE_BINARY_DIR}/googletest EXCLUDE_FROM_ALL)
 file(COPY /usr/include/nlohmann DESTINATION ${CMAKE_BINARY_DIR}/include)
 set(NLOHMANN_JSON_INCLUDE ${CMAKE_BINARY_DIR}/include CACHE PATH "" FORCE)
+# On Linux the header is on the compiler's own path; here every target gets the copy's folder.
+include_directories(${NLOHMANN_JSON_INCLUDE})
 
 # A DLL that exports everything it defines (and nothing of the MinGW runtime linked into it).
 set(VORNADEL_EXPORT_ALL -Wl,--export-all-symbols
@@ -33,7 +35,7 @@ function(vornadel_wine_fixtures)
   list(REMOVE_ITEM tests wine_start wine_stop nxkit_layout)
   set_tests_properties(${tests} PROPERTIES FIXTURES_REQUIRED wine)
   # Drive D: of the prefix is one folder: the tests of the plug-in that use it take turns.
-  foreach(test config_tests crossbuild_tests)
+  foreach(test config_tests editing_tests crossbuild_tests)
     if(test IN_LIST tests)
       set_tests_properties(${test} PROPERTIES RESOURCE_LOCK wine-drive-d)
     endif()
