@@ -8,3 +8,21 @@ target_include_directories(bench_first_display PRIVATE ${VORNADEL_ROOT}/host/src
 # The bundled samples and dialog file are found in the checkout the bench was built from.
 target_compile_definitions(bench_first_display PRIVATE VORNADEL_SOURCE_DIR="${VORNADEL_ROOT}")
 target_link_libraries(bench_first_display PRIVATE Vornadel nxhost moldgen-core)
+
+# Saving and exporting the BOM of generated moulds of 100, 1,000 and 5,000 standard-part bodies
+# through the dialog's buttons: the plug-in linked in directly, as for the first display.
+add_executable(bench_save_export ${VORNADEL_ROOT}/bench/save_export/SaveExport.cpp)
+vornadel_cxx17(bench_save_export)
+target_include_directories(bench_save_export PRIVATE ${VORNADEL_ROOT}/host/src)
+target_compile_definitions(bench_save_export PRIVATE VORNADEL_SOURCE_DIR="${VORNADEL_ROOT}")
+target_link_libraries(bench_save_export PRIVATE Vornadel nxhost moldgen-core)
+
+# The workbook job of the export done by libs/xls, Apache POI HSSF and SheetJS side by side; the
+# peers are installed into build/bench-peers on the first run.
+add_executable(bench_xls_compare ${VORNADEL_ROOT}/bench/xls/Compare.cpp)
+vornadel_cxx17(bench_xls_compare)
+target_compile_definitions(bench_xls_compare PRIVATE VORNADEL_SOURCE_DIR="${VORNADEL_ROOT}"
+                                                     VORNADEL_BINARY_DIR="${CMAKE_BINARY_DIR}")
+target_include_directories(bench_xls_compare PRIVATE ${VORNADEL_ROOT}/host/src)
+# nxhost for its UTF-8 writer: the job is handed to the other libraries as UTF-8.
+target_link_libraries(bench_xls_compare PRIVATE xls nxhost)

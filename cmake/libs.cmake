@@ -29,6 +29,13 @@ target_compile_definitions(readconfig PRIVATE READCONFIG_BUILD)
 target_include_directories(readconfig PUBLIC ${VORNADEL_ROOT}/src/platform)
 target_link_libraries(readconfig PRIVATE vornadel_platform)
 
+# readconfig-open-fuzz: a libFuzzer target for ReadConfigFile::OpenConfigFile over the reader and
+# the platform's files and code pages (libs/readconfig/README.md).
+if(VORNADEL_FUZZ AND NOT VORNADEL_NX_SDK)
+  vornadel_fuzz_target(readconfig-open-fuzz SOURCE ${VORNADEL_ROOT}/tests/readconfig/fuzz/OpenFuzz.cpp
+    LIBRARY ${READCONFIG_SOURCES} ${PLATFORM_OS_SOURCES} INCLUDE ${VORNADEL_ROOT}/src ${VORNADEL_ROOT}/src/platform)
+endif()
+
 file(GLOB BODYINFO_SOURCES CONFIGURE_DEPENDS ${VORNADEL_ROOT}/libs/bodyinfo/*.cpp)
 add_library(bodyinfo SHARED ${BODYINFO_SOURCES})
 vornadel_cxx98(bodyinfo)

@@ -14,25 +14,10 @@ vornadel_cxx17(xlsfill)
 target_link_libraries(xlsfill PRIVATE xls)
 
 # Fuzzing (clang only): cmake -DVORNADEL_FUZZ=ON -DCMAKE_CXX_COMPILER=clang++ -DCMAKE_C_COMPILER=clang
-# builds xls-load-fuzz, a libFuzzer target for Book::loadBuffer over an instrumented copy of the
-# engine (AddressSanitizer and UndefinedBehaviorSanitizer included).
+# builds xls-load-fuzz, a libFuzzer target for Book::loadBuffer.
 if(VORNADEL_FUZZ)
-  set(XLS_FUZZ_FLAGS -fsanitize=address,undefined -fno-sanitize-recover=undefined -fno-omit-frame-pointer)
-  add_library(xls_fuzzed STATIC ${XLS_SOURCES})
-  vornadel_cxx98(xls_fuzzed)
-  target_compile_options(xls_fuzzed PRIVATE ${XLS_FUZZ_FLAGS} -fsanitize=fuzzer-no-link)
-  target_include_directories(xls_fuzzed PUBLIC ${VORNADEL_ROOT}/libs/xls)
-  add_executable(xls-load-fuzz ${VORNADEL_ROOT}/tests/xls/fuzz/LoadFuzz.cpp)
-  vornadel_cxx17(xls-load-fuzz)
-  target_compile_options(xls-load-fuzz PRIVATE ${XLS_FUZZ_FLAGS} -fsanitize=fuzzer)
-  target_link_options(xls-load-fuzz PRIVATE ${XLS_FUZZ_FLAGS} -fsanitize=fuzzer)
-  target_link_libraries(xls-load-fuzz PRIVATE xls_fuzzed)
-  # clang has no GBK execution character set; neither target has narrow non-ASCII literals.
-  foreach(target xls_fuzzed xls-load-fuzz)
-    get_target_property(options ${target} COMPILE_OPTIONS)
-    list(REMOVE_ITEM options -fexec-charset=GBK)
-    set_target_properties(${target} PROPERTIES COMPILE_OPTIONS "${options}")
-  endforeach()
+  vornadel_fuzz_target(xls-load-fuzz SOURCE ${VORNADEL_ROOT}/tests/xls/fuzz/LoadFuzz.cpp
+    LIBRARY ${XLS_SOURCES} INCLUDE ${VORNADEL_ROOT}/libs/xls)
 endif()
 
 # bench_xls_export: the workbook side of the BOM export timed for 100 to 60,000 part rows; run on

@@ -1,5 +1,7 @@
 #include "Options.hpp"
 
+#include "Script.hpp"
+
 #include <cctype>
 
 namespace runner {
@@ -54,17 +56,6 @@ public:
         }
         if (Done()) throw UsageError(option + " needs a value");
         return args_[next_++];
-    }
-
-    // An optional value: attached, or the next argument when it does not start with "-".
-    std::optional<std::string> OptionalValue() {
-        if (attached_) {
-            std::optional<std::string> value = attached_;
-            attached_.reset();
-            return value;
-        }
-        if (!Done() && !args_[next_].empty() && args_[next_][0] != '-') return args_[next_++];
-        return std::nullopt;
     }
 
     // An option that takes no value must not have one attached.
@@ -131,8 +122,11 @@ Options ParseArguments(const std::vector<std::string>& args) {
         } else if (arg == "-e") {
             options.commands.push_back(list.Value(arg));
         } else if (arg == "--save") {
+            // Never a value: "--save mine.part.json" must not read as "save the sample over mine".
+            list.NoValue(arg);
             options.save = true;
-            options.saveTo = list.OptionalValue();
+        } else if (arg == "--save-as") {
+            options.saveAs = list.Value(arg);
         } else if (arg == "--format") {
             const std::string value = list.Value(arg);
             if (value == "text") {
@@ -159,11 +153,12 @@ Options ParseArguments(const std::vector<std::string>& args) {
     if (options.scriptFile && !options.commands.empty()) {
         throw UsageError("--script and -e cannot be used together");
     }
+    if (options.save && options.saveAs) throw UsageError("--save and --save-as cannot be used together");
     return options;
 }
 
-const char* UsageText() {
-    return "usage: vornadel-host [run] [PART.part.json] [options]\n"
+std::string UsageText() {
+    return std::string("usage: vornadel-host [run] [PART.part.json] [options]\n"
            "  --config ROOT          configuration root (the NX variable VDConfig)\n"
            "  --drive X=DIR          map drive X: to the folder DIR (repeatable)\n"
            "  --localappdata DIR     the per-user folder LOCALAPPDATA\n"
@@ -171,11 +166,14 @@ const char* UsageText() {
            "  --time YYYY-MM-DDTHH:MM:SS.mmm   pin the local clock\n"
            "  --script FILE          run the commands of FILE (\"-\": standard input)\n"
            "  -e COMMAND             run one command (repeatable)\n"
-           "  --save [OUT.part.json] save the work part after the run (default: the part file)\n"
+           "  --save                 save the work part over the part file after the run\n"
+           "  --save-as OUT.part.json  save the work part to OUT after the run\n"
            "  --format text|tsv      output for people (default) or for programs\n"
            "  --plugin FILE          the plug-in library (default: libVornadel.so beside the runner)\n"
            "  --open                 really open the files the plug-in opens\n"
-           "Without a script or -e the commands come from the terminal. See docs/runner.md.\n";
+           "Without a script or -e the commands come from the terminal. See docs/runner.md.\n"
+           "Commands:\n") +
+           CommandHelp();
 }
 
 }  // namespace runner

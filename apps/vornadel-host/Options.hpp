@@ -29,8 +29,8 @@ struct Options {
     std::optional<platform::LocalTime> time;
     std::optional<std::string> scriptFile;  // --script FILE ("-": standard input)
     std::vector<std::string> commands;      // -e COMMAND, in order
-    bool save = false;
-    std::optional<std::string> saveTo;      // --save OUT; without it the part file is overwritten
+    bool save = false;                      // --save: the part file that was run is overwritten
+    std::optional<std::string> saveAs;      // --save-as OUT: the work part is written to OUT
     Format format = Format::Text;
     std::optional<std::string> plugin;      // --plugin FILE; default: libVornadel.so beside the runner
     bool reallyOpen = false;                // --open
@@ -42,7 +42,7 @@ Options ParseArguments(const std::vector<std::string>& args);
 // "YYYY-MM-DDTHH:MM:SS[.mmm]" as a local time; nothing when the text is not such a time.
 std::optional<platform::LocalTime> ParseTime(const std::string& text);
 
-// The usage text printed by --help and after a usage error.
-const char* UsageText();
+// The usage text printed by --help and after a usage error: the options, then the commands.
+std::string UsageText();
 
 }  // namespace runner

@@ -77,10 +77,52 @@ int DisplayWidth(const std::string& utf8) {
     int width = 0;
     for (size_t i = 0; i < utf8.size();) {
         size_t length = 1;
-        width += IsWide(CodePoint(utf8, i, length)) ? 2 : 1;
+        const unsigned int cp = CodePoint(utf8, i, length);
+        if (cp < 0x80) {
+            width += 1;
+        } else if (IsWide(cp)) {
+            width += 2;
+        } else {
+            // Its GBK form: "?" when it has none; one byte for the euro sign (0x80).
+            const std::string gbk = host::Utf8ToGbk(utf8.substr(i, length));
+            width += gbk == "?" ? 1 : static_cast<int>(gbk.size());
+        }
         i += length;
     }
     return width;
+}
+
+Utf8Filter::int_type Utf8Filter::overflow(int_type c) {
+    if (traits_type::eq_int_type(c, traits_type::eof())) return traits_type::not_eof(c);
+    pending_ += traits_type::to_char_type(c);
+    if (pending_.back() == '\n') sync();
+    return c;
+}
+
+std::streamsize Utf8Filter::xsputn(const char* text, std::streamsize count) {
+    pending_.append(text, static_cast<size_t>(count));
+    if (pending_.find('\n', pending_.size() - static_cast<size_t>(count)) != std::string::npos) sync();
+    return count;
+}
+
+int Utf8Filter::sync() {
+    static const char kHex[] = "0123456789ABCDEF";
+    std::string safe;
+    for (size_t at = 0; at < pending_.size();) {
+        const size_t bad = host::FirstInvalidUtf8(pending_.substr(at));
+        if (bad == std::string::npos) {
+            safe.append(pending_, at, std::string::npos);
+            break;
+        }
+        safe.append(pending_, at, bad);
+        const unsigned char byte = static_cast<unsigned char>(pending_[at + bad]);
+        safe += std::string("\\x") + kHex[byte >> 4] + kHex[byte & 0xF];
+        at += bad + 1;
+    }
+    pending_.clear();
+    target_ << safe;
+    target_.flush();
+    return target_ ? 0 : -1;
 }
 
 const char* MessageTypeName(NXOpen::NXMessageBox::DialogType type) {
@@ -130,13 +172,13 @@ void Printer::Tree(const TreeView& tree) {
         out_.flush();
         return;
     }
-    // An indented table: the visible columns, then the row's colour and body.
+    // An indented table: the visible columns, then the row's colour (颜色) and body (实体).
     std::vector<std::vector<std::string>> table(1);
     for (const host::ColumnView& c : tree.columns) {
         if (c.visible) table[0].push_back(Utf8(c.title));
     }
-    table[0].push_back("colour");
-    table[0].push_back("body");
+    table[0].push_back(u8"颜色");
+    table[0].push_back(u8"实体");
     for (const TreeRow& row : tree.rows) {
         std::vector<std::string> cells;
         for (const host::ColumnView& c : tree.columns) {

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <ostream>
+#include <streambuf>
 #include <string>
 #include <vector>
 
@@ -16,8 +17,29 @@ namespace runner {
 // A text in a tsv field: TAB and newline written as \t and \n, nothing else escaped.
 std::string TsvField(const std::string& utf8);
 
-// The width of UTF-8 text on a terminal: East Asian wide characters take two columns.
+// The width of UTF-8 text on a terminal in a Chinese locale: East Asian wide characters take two
+// columns, and so does every other character that GBK holds in two bytes, the East Asian
+// ambiguous ones included (× U+00D7, Φ U+03A6, ° U+00B0, ①): such a terminal shows them as wide
+// as a Chinese character, as a GBK console does. Any other character takes one.
 int DisplayWidth(const std::string& utf8);
+
+// A stream buffer in front of another stream's that keeps what reaches it UTF-8: a byte that
+// does not belong to a well-formed UTF-8 sequence is written as \xHH instead. It passes text on
+// at each line end and flush, so a character is never cut in two by the buffer itself.
+class Utf8Filter : public std::streambuf {
+public:
+    explicit Utf8Filter(std::ostream& target) : target_(target) {}
+    ~Utf8Filter() override { sync(); }
+
+protected:
+    int_type overflow(int_type c) override;
+    std::streamsize xsputn(const char* text, std::streamsize count) override;
+    int sync() override;
+
+private:
+    std::ostream& target_;
+    std::string pending_;
+};
 
 // "error", "warning", "information" or "question".
 const char* MessageTypeName(NXOpen::NXMessageBox::DialogType type);

@@ -31,7 +31,8 @@ namespace {
 class CommandSource {
 public:
     virtual ~CommandSource() = default;
-    // The next command; nothing at the end of the input.
+    // The next command; nothing at the end of the input. Throws ScriptError (with the place) for
+    // a line typed at the terminal that does not parse.
     virtual std::optional<Command> Next() = 0;
     virtual bool Interactive() const = 0;
     // "script.txt:3" for messages about a command.
@@ -46,9 +47,7 @@ public:
         return commands_[next_++];
     }
     bool Interactive() const override { return false; }
-    std::string Where(const Command& c) const override {
-        return name_ + (name_ == "-e" ? " " : ":") + std::to_string(c.line);
-    }
+    std::string Where(const Command& c) const override { return Place(name_, c.line); }
 
 private:
     std::vector<Command> commands_;
@@ -56,9 +55,11 @@ private:
     size_t next_ = 0;
 };
 
+const char kStandardInput[] = "stdin";
+
 class TerminalSource : public CommandSource {
 public:
-    TerminalSource(std::istream& in, std::ostream& out, std::ostream& err) : in_(in), out_(out), err_(err) {}
+    TerminalSource(std::istream& in, std::ostream& out) : in_(in), out_(out) {}
     std::optional<Command> Next() override {
         for (;;) {
             out_ << "vornadel> " << std::flush;
@@ -72,17 +73,16 @@ public:
                 std::optional<Command> c = ParseLine(line, lines_);
                 if (c) return c;
             } catch (const ScriptError& e) {
-                err_ << e.what() << '\n';
+                throw ScriptError(Place(kStandardInput, lines_) + ": " + e.what());
             }
         }
     }
     bool Interactive() const override { return true; }
-    std::string Where(const Command& c) const override { return "input line " + std::to_string(c.line); }
+    std::string Where(const Command& c) const override { return Place(kStandardInput, c.line); }
 
 private:
     std::istream& in_;
     std::ostream& out_;
-    std::ostream& err_;
     int lines_ = 0;
 };
 
@@ -103,30 +103,44 @@ private:
     size_t opened_ = 0;
 };
 
-// Runs commands: inside the dialog while it is shown, and the rest after ufusr returned.
+// Runs commands: inside the dialog while it is shown, and the rest after ufusr returned. A script
+// stops at its first failing command. At the terminal a failing command is reported and the
+// session goes on until the dialog closes or the input ends; the run then fails if any command
+// did. The terminal draws the dialog when it appears; after a command it only says what changed,
+// and "show" prints it again (a mould of thousands of bodies is not printed after every click).
 class Executor {
 public:
-    Executor(CommandSource& source, Printer& printer, EventLog& events, std::ostream& err)
-        : source_(source), printer_(printer), events_(events), err_(err) {}
+    Executor(CommandSource& source, Printer& printer, Format format, EventLog& events, std::ostream& out,
+             std::ostream& err)
+        : source_(source), printer_(printer), format_(format), events_(events), out_(out), err_(err) {}
 
     // The dialog script: runs commands until "close", the end of the input or a failure.
     void InDialog(host::LiveDialog& dialog) {
-        if (source_.Interactive()) Draw(dialog);
-        while (!failed_) {
-            std::optional<Command> c = source_.Next();
+        if (source_.Interactive()) {
+            printer_.Blocks(dialog.Title(), dialog.Blocks());
+            printer_.Tree(ReadTree(dialog));
+            drawnBlocks_ = RenderedBlocks(dialog);
+            drawnTree_ = RenderedTree(dialog);
+        }
+        while (!stopped_) {
+            std::optional<Command> c = NextCommand();
             if (!c) {
                 exhausted_ = true;
                 return;
             }
-            if (!Execute(*c, &dialog)) return;
-            if (source_.Interactive() && !dialog.Closed()) Draw(dialog);
+            if (!Execute(*c, &dialog)) {
+                // At the terminal, the session ends with the dialog.
+                ended_ = source_.Interactive();
+                return;
+            }
+            if (source_.Interactive()) SayWhatChanged(dialog, *c);
         }
     }
 
     // The commands left once no dialog is shown any more.
     void AfterDialog() {
-        while (!failed_ && !exhausted_) {
-            std::optional<Command> c = source_.Next();
+        while (!stopped_ && !exhausted_ && !ended_) {
+            std::optional<Command> c = NextCommand();
             if (!c) return;
             Execute(*c, nullptr);
         }
@@ -135,6 +149,17 @@ public:
     bool Failed() const { return failed_; }
 
 private:
+    std::optional<Command> NextCommand() {
+        for (;;) {
+            try {
+                return source_.Next();
+            } catch (const ScriptError& e) {
+                err_ << e.what() << '\n' << std::flush;
+                failed_ = true;
+            }
+        }
+    }
+
     // Runs one command; false when the dialog is gone after it (closed, or a failure closed it).
     bool Execute(const Command& c, host::LiveDialog* dialog) {
         try {
@@ -143,13 +168,42 @@ private:
             return c.kind != CommandKind::Close;
         } catch (const ScriptError& e) {
             events_.Flush();
-            err_ << "vornadel-host: " << source_.Where(c) << ": " << e.what() << '\n';
+            err_ << source_.Where(c) << ": " << e.what() << '\n' << std::flush;
+            failed_ = true;
             if (source_.Interactive()) return true;
             // A script stops at its first failing command; its dialog closes as with "close".
-            failed_ = true;
+            stopped_ = true;
             if (dialog != nullptr) dialog->Close();
             return false;
         }
+    }
+
+    std::string RenderedBlocks(host::LiveDialog& dialog) const {
+        std::ostringstream text;
+        Printer(text, format_).Blocks(dialog.Title(), dialog.Blocks());
+        return text.str();
+    }
+
+    std::string RenderedTree(host::LiveDialog& dialog) const {
+        std::ostringstream text;
+        Printer(text, format_).Tree(ReadTree(dialog));
+        return text.str();
+    }
+
+    // After a command at the terminal: one line for the blocks and one for the tree when they are
+    // no longer what was last printed ("show" prints them and says nothing).
+    void SayWhatChanged(host::LiveDialog& dialog, const Command& c) {
+        if (dialog.Closed()) return;
+        const bool shown = c.kind == CommandKind::Show;
+        const std::string blocks = RenderedBlocks(dialog);
+        if (blocks != drawnBlocks_ && !(shown && c.show == ShowWhat::Blocks))
+            out_ << "(the blocks changed: show blocks prints them)\n";
+        drawnBlocks_ = blocks;
+        const std::string tree = RenderedTree(dialog);
+        if (tree != drawnTree_ && !(shown && c.show == ShowWhat::Tree))
+            out_ << "(the tree changed: show tree prints it)\n";
+        drawnTree_ = tree;
+        out_.flush();
     }
 
     static host::LiveDialog& Shown(host::LiveDialog* dialog) {
@@ -239,20 +293,24 @@ private:
         case CommandKind::Close:
             Shown(dialog).Close();
             return;
+        case CommandKind::Help:
+            out_ << CommandHelp() << std::flush;
+            return;
         }
-    }
-
-    void Draw(host::LiveDialog& dialog) {
-        printer_.Blocks(dialog.Title(), dialog.Blocks());
-        printer_.Tree(ReadTree(dialog));
     }
 
     CommandSource& source_;
     Printer& printer_;
+    const Format format_;
     EventLog& events_;
+    std::ostream& out_;
     std::ostream& err_;
-    bool failed_ = false;     // a script command failed: nothing more runs
+    bool failed_ = false;     // a command failed: the run fails
+    bool stopped_ = false;    // a script command failed: nothing more runs
     bool exhausted_ = false;  // the input ended while the dialog was shown
+    bool ended_ = false;      // the dialog closed at the terminal: the session is over
+    std::string drawnBlocks_;  // the blocks and the tree as the terminal last showed them
+    std::string drawnTree_;
 };
 
 bool IsFolder(const std::string& path) {
@@ -295,7 +353,7 @@ std::string ReadAll(std::istream& in) {
 
 // Where the commands come from. Throws ScriptError naming the place of the first bad line.
 std::unique_ptr<CommandSource> MakeSource(const Options& options, std::istream& in, bool interactive,
-                                          std::ostream& out, std::ostream& err) {
+                                          std::ostream& out) {
     if (!options.commands.empty()) {
         std::vector<Command> commands;
         for (size_t i = 0; i < options.commands.size(); ++i) {
@@ -303,28 +361,24 @@ std::unique_ptr<CommandSource> MakeSource(const Options& options, std::istream& 
             try {
                 if (std::optional<Command> c = ParseLine(options.commands[i], number)) commands.push_back(*c);
             } catch (const ScriptError& e) {
-                throw ScriptError("-e " + std::to_string(number) + ": " + e.what());
+                throw ScriptError(Place("-e", number) + ": " + e.what());
             }
         }
         return std::make_unique<ListSource>(commands, "-e");
     }
-    if (!options.scriptFile && interactive) return std::make_unique<TerminalSource>(in, out, err);
+    if (!options.scriptFile && interactive) return std::make_unique<TerminalSource>(in, out);
     // A script file, "-", or standard input that is not a terminal.
-    std::string name = "standard input";
+    std::string name = kStandardInput;
     std::string text;
     if (options.scriptFile && *options.scriptFile != "-") {
         name = *options.scriptFile;
         std::ifstream file(name, std::ios::binary);
-        if (!file) throw ScriptError("cannot read the script " + name);
+        if (!file) throw ScriptError("vornadel-host: cannot read the script " + name);
         text = ReadAll(file);
     } else {
         text = ReadAll(in);
     }
-    try {
-        return std::make_unique<ListSource>(ParseScript(text), name);
-    } catch (const ScriptError& e) {
-        throw ScriptError(name + ": " + e.what());
-    }
+    return std::make_unique<ListSource>(ParseScript(text, name), name);
 }
 
 }  // namespace
@@ -347,18 +401,32 @@ Installation FindInstallation() {
 }
 
 int Run(const Options& options, const Installation& installation, std::istream& in, bool interactive,
-        std::ostream& out, std::ostream& err) {
+        std::ostream& rawOut, std::ostream& rawErr) {
+    // Everything printed is UTF-8: a byte of a file name, a script or a message that is not is
+    // shown escaped.
+    Utf8Filter outFilter(rawOut);
+    Utf8Filter errFilter(rawErr);
+    std::ostream out(&outFilter);
+    std::ostream err(&errFilter);
+
     // The commands first: a script that does not parse runs nothing.
     std::unique_ptr<CommandSource> source;
     try {
-        source = MakeSource(options, in, interactive, out, err);
+        source = MakeSource(options, in, interactive, out);
     } catch (const ScriptError& e) {
-        err << "vornadel-host: " << e.what() << '\n';
+        err << e.what() << '\n';
+        return kExitUsage;
+    }
+
+    const std::string sample = installation.sourceRoot + "/samples/parts/A100.part.json";
+    const std::string partFile = options.part ? *options.part : sample;
+    std::error_code ec;
+    if (options.save && fs::equivalent(partFile, sample, ec)) {
+        err << "vornadel-host: --save would overwrite the bundled sample part; use --save-as OUT.part.json\n";
         return kExitUsage;
     }
 
     host::ResetSession();
-    const std::string partFile = options.part ? *options.part : installation.sourceRoot + "/samples/parts/A100.part.json";
     try {
         host::LoadWorkPart(partFile);
     } catch (const host::PartFileError& e) {
@@ -367,10 +435,17 @@ int Run(const Options& options, const Installation& installation, std::istream& 
     }
 
     // The machine the plug-in runs on: NX's environment, the process environment, the clock.
-    host::SetEnvironmentVariable("VDConfig",
-                                 host::Utf8ToGbk(options.configRoot ? *options.configRoot
-                                                                    : installation.sourceRoot + "/samples"));
+    const std::string configRoot = options.configRoot ? *options.configRoot : installation.sourceRoot + "/samples";
+    host::SetEnvironmentVariable("VDConfig", host::Utf8ToGbk(configRoot));
     setenv("VORNADEL_DRIVES", DriveTable(options, installation).c_str(), 1);
+    // The plug-in reports a missing configuration in its own words, which do not say which
+    // folder it looked in: the runner says so first.
+    const std::string configFolder = host::LocalPath(host::Utf8ToGbk(configRoot));
+    if (!IsFolder(configFolder)) {
+        err << "vornadel-host: the configuration root (VDConfig) " << configRoot;
+        if (configFolder != configRoot) err << " (" << configFolder << ")";
+        err << " is not an existing folder\n";
+    }
     setenv("LOCALAPPDATA", LocalAppData(options).c_str(), 1);
     if (options.desktop) setenv("VORNADEL_DESKTOP", options.desktop->c_str(), 1);
     if (options.time) host::PinClock(*options.time);
@@ -380,7 +455,7 @@ int Run(const Options& options, const Installation& installation, std::istream& 
 
     Printer printer(out, options.format);
     EventLog events(printer);
-    Executor executor(*source, printer, events, err);
+    Executor executor(*source, printer, options.format, events, out, err);
     host::SetMessageListener([&](const host::MessageRecord& m) {
         events.Flush();
         printer.Message(m);
@@ -422,9 +497,9 @@ int Run(const Options& options, const Installation& installation, std::istream& 
                 if (executor.Failed()) status = kExitFailed;
             }
         }
-        if (status == kExitOk && options.save) {
+        if (status == kExitOk && (options.save || options.saveAs)) {
             try {
-                host::SaveWorkPart(options.saveTo ? *options.saveTo : partFile);
+                host::SaveWorkPart(options.saveAs ? *options.saveAs : partFile);
             } catch (const host::PartFileError& e) {
                 err << "vornadel-host: " << e.what() << '\n';
                 status = kExitFailed;

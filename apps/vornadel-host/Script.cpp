@@ -171,13 +171,16 @@ std::optional<Command> ParseLine(const std::string& rawLine, int lineNumber) {
     } else if (name == "close") {
         ExpectWords(words, 1, 1, "close");
         c.kind = CommandKind::Close;
+    } else if (name == "help" || name == "?") {
+        ExpectWords(words, 1, 1, "help");
+        c.kind = CommandKind::Help;
     } else {
-        throw ScriptError("unknown command \"" + name + "\"");
+        throw ScriptError("unknown command \"" + name + "\" (help lists the commands)");
     }
     return c;
 }
 
-std::vector<Command> ParseScript(const std::string& text) {
+std::vector<Command> ParseScript(const std::string& text, const std::string& source) {
     std::vector<Command> commands;
     size_t start = 0;
     int lineNumber = 0;
@@ -189,11 +192,30 @@ std::vector<Command> ParseScript(const std::string& text) {
             std::optional<Command> c = ParseLine(text.substr(start, end - start), lineNumber);
             if (c) commands.push_back(*c);
         } catch (const ScriptError& e) {
-            throw ScriptError("line " + std::to_string(lineNumber) + ": " + e.what());
+            throw ScriptError(Place(source, lineNumber) + ": " + e.what());
         }
         start = end + 1;
     }
     return commands;
+}
+
+std::string Place(const std::string& source, int line) {
+    return source + ":" + std::to_string(line);
+}
+
+const char* CommandHelp() {
+    return "  set <blockId> <text>        type the text into a string block\n"
+           "  press <blockId>             press a button\n"
+           "  folder <path>               pick a folder in the folder block\n"
+           "  select-bodies <tag>...      select these bodies (none: clear the selection)\n"
+           "  answer-selection ok <tag>... | cancel | back   answer the next selection dialog\n"
+           "  click <row> [<column>]      click a tree cell (row N or N.M, column 0 by default)\n"
+           "  edit <row> <column> <text>  edit a tree cell and enter the text\n"
+           "  menu <row> <itemId>         right-click the row and choose the menu item\n"
+           "  show tree|blocks|messages|part|selection   print the tree, the blocks, the message boxes,\n"
+           "                              the work part, the tree's selected and expanded rows\n"
+           "  close                       close the dialog (at the terminal: and end the session)\n"
+           "  help, ?                     list the commands\n";
 }
 
 }  // namespace runner

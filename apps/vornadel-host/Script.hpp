@@ -32,6 +32,7 @@ enum class CommandKind {
     Menu,             // menu <row> <itemId>
     Show,             // show tree | blocks | messages | part | selection
     Close,            // close
+    Help,             // help | ?
 };
 
 enum class ShowWhat { Tree, Blocks, Messages, Part, Selection };
@@ -55,8 +56,14 @@ struct Command {
 std::optional<Command> ParseLine(const std::string& line, int lineNumber);
 
 // A whole script: every command in order. A carriage return before a line end is dropped.
-// Throws ScriptError naming the first bad line ("line 3: ...").
-std::vector<Command> ParseScript(const std::string& text);
+// Throws ScriptError naming the first bad line by its place ("script.txt:3: ...").
+std::vector<Command> ParseScript(const std::string& text, const std::string& source);
+
+// Where a command is, for every message about it: "script.txt:3", "-e:2", "stdin:4".
+std::string Place(const std::string& source, int line);
+
+// The commands, one line each ("help" prints it; so does -h after the options).
+const char* CommandHelp();
 
 // "3" or "3.2"; nothing when text is not a row.
 std::optional<RowAddress> ParseRow(const std::string& text);

@@ -127,7 +127,7 @@ PartView ReadPart(NXOpen::Part& part) {
         switch (layers->GetState(layer)) {
         case NXOpen::Layer::StateWorkLayer: view.layers.push_back({layer, "work"}); break;
         case NXOpen::Layer::StateVisible: view.layers.push_back({layer, "visible"}); break;
-        case NXOpen::Layer::StateHidden: view.layers.push_back({layer, "hidden"}); break;
+        case NXOpen::Layer::StateHidden: view.layers.push_back({layer, "invisible"}); break;
         case NXOpen::Layer::StateSelectable: break;
         }
     }

@@ -50,7 +50,7 @@ struct BodyView {
 
 struct LayerView {
     int layer = 0;
-    std::string state;                        // work, visible, hidden (selectable ones are not listed)
+    std::string state;                        // work, visible, invisible (as part files say; selectable ones are not listed)
 };
 
 struct PartView {

@@ -5,6 +5,7 @@
 #include <iostream>
 
 #include "Options.hpp"
+#include "Output.hpp"
 #include "Runner.hpp"
 
 int main(int argc, char** argv) {
@@ -12,7 +13,9 @@ int main(int argc, char** argv) {
     try {
         options = runner::ParseArguments(std::vector<std::string>(argv + 1, argv + argc));
     } catch (const runner::UsageError& e) {
-        std::cerr << "vornadel-host: " << e.what() << '\n' << runner::UsageText();
+        // The message may quote an argument that is not UTF-8.
+        runner::Utf8Filter filter(std::cerr);
+        std::ostream(&filter) << "vornadel-host: " << e.what() << '\n' << runner::UsageText();
         return runner::kExitUsage;
     }
     if (options.help) {

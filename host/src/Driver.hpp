@@ -49,6 +49,13 @@ void UnpinClock();
 const std::vector<std::string>& OpenedFiles();
 void SetReallyOpenFiles(bool reallyOpen);
 
+// The file or folder on this machine (UTF-8) that a Windows path the plug-in names (GBK,
+// "D:\out\A100.xls") stands for: a drive letter goes through the drive table VORNADEL_DRIVES
+// ("D=/srv/d;E=/mnt/e"), as the platform layer maps paths for files; anything else is used as it
+// stands. A copy of the platform layer's lookup, because the host does not link the platform
+// layer (docs/host.md says so).
+std::string LocalPath(const std::string& windowsPath);
+
 // ---------------------------------------------------------------------------------------------
 // Part files (*.part.json, see docs/part-file.md)
 

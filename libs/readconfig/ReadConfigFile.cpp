@@ -1,4 +1,6 @@
-// The configuration table reader. A table is comma-separated text in the system code page:
+// The configuration table reader. A table is comma-separated text; its encoding is told apart
+// as described in platform/ReadConfigFile.h (UTF-8 with or without a byte-order mark, else the
+// system code page), and UTF-8 text is converted to the system code page before it is split:
 //   - the first record names the columns; blank lines are skipped wherever they are;
 //   - records end with CRLF, LF or a lone CR;
 //   - a comma at the very end of a record closes the last cell and opens none: the plug-in's
@@ -8,9 +10,7 @@
 //     commas and line breaks, and "" stands for one quote; anything after the closing quote
 //     up to the next comma is kept as it stands. A quote that never closes is an ordinary
 //     character, so one stray quote cannot swallow the rest of the table;
-//   - cells are kept byte for byte: no trimming, no check of the GBK encoding, NUL bytes stay;
-//   - a table saved as "CSV UTF-8" by a spreadsheet program starts with a UTF-8 byte-order
-//     mark; its text is converted to the system code page before it is read.
+//   - cells are kept byte for byte: no trimming, no check of the GBK encoding, NUL bytes stay.
 // No separator byte (comma, quote, CR, LF) can be the second byte of a GBK character, so the
 // text is split byte by byte.
 
@@ -33,6 +33,42 @@ std::string Utf8TableToAnsi(const std::string& utf8) {
         ansi += '\0';
         start = end + 1;
     }
+}
+
+// True when text is well-formed UTF-8 (no overlong form, surrogate or value above U+10FFFF)
+// and holds at least one character beyond ASCII.
+bool IsUtf8BeyondAscii(const std::string& text) {
+    bool beyondAscii = false;
+    size_t i = 0;
+    while (i < text.size()) {
+        const unsigned char lead = static_cast<unsigned char>(text[i++]);
+        if (lead < 0x80) continue;
+        beyondAscii = true;
+        int following;
+        unsigned char low = 0x80;
+        unsigned char high = 0xBF;
+        if (lead >= 0xC2 && lead <= 0xDF) {
+            following = 1;
+        } else if (lead >= 0xE0 && lead <= 0xEF) {
+            following = 2;
+            if (lead == 0xE0) low = 0xA0;
+            if (lead == 0xED) high = 0x9F;
+        } else if (lead >= 0xF0 && lead <= 0xF4) {
+            following = 3;
+            if (lead == 0xF0) low = 0x90;
+            if (lead == 0xF4) high = 0x8F;
+        } else {
+            return false;
+        }
+        for (; following > 0; --following, ++i) {
+            if (i >= text.size()) return false;
+            const unsigned char c = static_cast<unsigned char>(text[i]);
+            if (c < low || c > high) return false;
+            low = 0x80;
+            high = 0xBF;
+        }
+    }
+    return beyondAscii;
 }
 
 bool IsLineEnd(char c) {
@@ -112,7 +148,11 @@ bool ReadConfigFile::OpenConfigFile(const std::string& path) {
     std::string text;
     if (!platform::ReadWholeFile(path, text)) return false;
     static const char kUtf8Mark[] = "\xEF\xBB\xBF";
-    if (text.compare(0, 3, kUtf8Mark) == 0) text = Utf8TableToAnsi(text.substr(3));
+    if (text.compare(0, 3, kUtf8Mark) == 0) {
+        text = Utf8TableToAnsi(text.substr(3));
+    } else if (IsUtf8BeyondAscii(text)) {
+        text = Utf8TableToAnsi(text);
+    }
 
     RecordReader reader(text);
     if (!reader.Next(names_)) return true;

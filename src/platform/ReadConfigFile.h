@@ -14,8 +14,18 @@
 #  define READCONFIG_API
 #endif
 
-// Reader of one configuration table (CSV in the system code page), addressed by column name.
-// Lives in its own library (readconfig) beside the plug-in. One object per use, on the stack.
+// Reader of one configuration table (CSV), addressed by column name. Lives in its own library
+// (readconfig) beside the plug-in. One object per use, on the stack.
+//
+// Encoding: the values are handed out in the system code page (GBK). A table is read as UTF-8
+// and converted when
+//   - it starts with a UTF-8 byte-order mark (a spreadsheet program's "CSV UTF-8"), or
+//   - its bytes are well-formed UTF-8 and hold at least one character beyond ASCII (what most
+//     text editors save);
+// otherwise its bytes are taken as GBK as they stand. Chinese GBK text is almost never
+// well-formed UTF-8 as well (its lead bytes 0x81-0xFE would each need continuation bytes
+// 0x80-0xBF after them), so the two cannot be confused in practice. A character of a UTF-8 table
+// that GBK cannot hold reads as "?", ill-formed UTF-8 after a byte-order mark as "?" too.
 class READCONFIG_API ReadConfigFile {
 public:
     ReadConfigFile();

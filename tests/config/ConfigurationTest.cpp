@@ -101,6 +101,33 @@ TEST_F(Configuration, CompleteConfigurationShowsTheDialogWithoutMessages)
     EXPECT_TRUE(shown);
 }
 
+TEST_F(Configuration, EveryTableSavedAsUtf8WithoutAMarkReadsAsInGbk)
+{
+    // What most editors write. Once read as GBK, the layer table gave "没有找到标准件图层的配置信息".
+    WriteConfiguration();
+    Vornadel gbk;
+    int tables = 0;
+    for (const auto& entry : std::filesystem::recursive_directory_iterator(RootDir() / "config")) {
+        if (entry.path().extension() != ".csv") continue;
+        WriteBytes(entry.path(), host::GbkToUtf8(ReadBytes(entry.path())));
+        ++tables;
+    }
+    EXPECT_EQ(5, tables);
+    bool shown = false;
+    EXPECT_TRUE(Run(&shown).empty()) << "no message box";
+    EXPECT_TRUE(shown);
+    Vornadel utf8;
+    EXPECT_EQ(gbk.stdPartLayers, utf8.stdPartLayers);
+    EXPECT_EQ(gbk.modifyColour, utf8.modifyColour);
+    EXPECT_EQ(gbk.bomHeadConfig.productMaterials, utf8.bomHeadConfig.productMaterials);
+    EXPECT_EQ(gbk.bomHeadConfig.mouldTypes, utf8.bomHeadConfig.mouldTypes);
+    EXPECT_EQ(gbk.bomHeadConfig.designers, utf8.bomHeadConfig.designers);
+    EXPECT_EQ(gbk.stdPartConfig.names, utf8.stdPartConfig.names);
+    EXPECT_EQ(gbk.stdPartConfig.types, utf8.stdPartConfig.types);
+    EXPECT_EQ(gbk.stdPartConfig.nameOrder, utf8.stdPartConfig.nameOrder);
+    EXPECT_EQ((std::vector<std::string>{"Φ4×200", "M6×20"}), utf8.stdPartConfig.types) << "in GBK, as the plug-in uses them";
+}
+
 TEST_F(Configuration, LayersKeepTableOrderRepeatsAndAtoiValues)
 {
     WriteConfiguration();

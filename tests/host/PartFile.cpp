@@ -195,10 +195,40 @@ TEST_F(PartFile, FolderIsNotAPartFile) {
 }
 
 TEST_F(PartFile, DeeplyNestedValueIsRefusedWithoutCrashing) {
-    std::string nested = std::string(200000, '[') + std::string(200000, ']');
-    EXPECT_TRUE(Contains(LoadError(u8R"({"format": "vornadel-part/1", "leaf": "A", "attributes": {"x": )" + nested + "}}"),
-                         "bad.part.json: attributes.x: an array is not an attribute value"))
+    // 100,000 levels (about 200 KB) overflowed the stack; the limit holds in every build.
+    std::string nested = std::string(100000, '[') + std::string(100000, ']');
+    EXPECT_TRUE(Contains(LoadError(u8R"({"format": "vornadel-part/1", "leaf": "A", "zz": )" + nested + "}"),
+                         "bad.part.json:1:149: arrays and objects nested deeper than 100 levels"))
         << "host: a malformed file never crashes the host";
+}
+
+TEST_F(PartFile, NestingUpToTheLimitIsParsed) {
+    // 100 levels parse (and the value is then refused for what it is); brackets inside strings
+    // do not count.
+    std::string nested = std::string(98, '[') + std::string(98, ']');
+    EXPECT_TRUE(Contains(LoadError(u8R"({"format": "vornadel-part/1", "leaf": "[[[\"[[[", "attributes": {"x": )" + nested + "}}"),
+                         "bad.part.json: attributes.x: an array is not an attribute value"));
+    nested = "[" + nested + "]";
+    EXPECT_TRUE(Contains(LoadError(u8R"({"format": "vornadel-part/1", "leaf": "A", "attributes": {"x": )" + nested + "}}"),
+                         "nested deeper than 100 levels"));
+}
+
+TEST_F(PartFile, NumberOutOfRangeNamesTheFileAndThePlace) {
+    std::string message = LoadError("{\"format\": \"vornadel-part/1\",\n \"leaf\": \"A\", \"x\": 1e999}");
+    EXPECT_TRUE(Contains(message, "bad.part.json:2:24: number overflow parsing '1e999'"))
+        << "host: a number too large for a double is a part-file error (at the end of the number)";
+    EXPECT_TRUE(Contains(LoadError(WithBody(u8R"("tag": 1, "layer": 1, "color": 1, "at": [0, -1e400, 0], )" + Cylinder())),
+                         "bad.part.json:1:"));
+}
+
+TEST_F(PartFile, NulCharacterInATextIsRefused) {
+    EXPECT_TRUE(Contains(LoadError(u8R"({"format": "vornadel-part/1", "leaf": "T\u0000X"})"),
+                         "bad.part.json: leaf: text holds a NUL character"))
+        << "host: the plug-in would see only \"T\"";
+    EXPECT_TRUE(Contains(LoadError(u8R"({"format": "vornadel-part/1", "leaf": "A", "attributes": {"a\u0000b": "1"}})"),
+                         "bad.part.json: attributes[\"a\\u0000b\"]: title holds a NUL character"));
+    EXPECT_TRUE(Contains(LoadError(WithBody(u8R"("tag": 1, "layer": 1, "color": 1, "attributes": {"a": {"time": "\u0000"}}, )" + Cylinder())),
+                         "bad.part.json: bodies[0].attributes.a.time: text holds a NUL character"));
 }
 
 TEST_F(PartFile, MalformedJsonNamesLineAndColumn) {

@@ -1,17 +1,22 @@
 // ReadConfigFile on generated input: tables of random cells written in the table writer's form
-// read back cell for cell, and random byte soup never breaks the reader and reads the same
-// again after a rewrite.
+// read back cell for cell, random byte soup never breaks the reader and reads the same again
+// after a rewrite, and the bundled tables converted to UTF-8 read as they do in GBK.
 
 #include "platform/MappedDrives.h"
 
+#include "platform/CodePage.h"
 #include "platform/ReadConfigFile.h"
 
+#include <stdlib.h>
+
+#include <filesystem>
 #include <random>
 #include <string>
 #include <vector>
 
 namespace {
 
+namespace fs = std::filesystem;
 using Strings = std::vector<std::string>;
 using Rows = std::vector<Strings>;
 
@@ -92,6 +97,35 @@ TEST_F(ReadConfigFileGenerated, ByteSoupReadsTheSameAfterARewrite) {
         ASSERT_EQ(names, again) << "round " << round;
         ASSERT_EQ(rows, againRows) << "round " << round;
     }
+}
+
+fs::path SamplesDir() {
+    const char* dir = getenv("VORNADEL_SOURCE_DIR");
+    return (dir != nullptr ? fs::path(dir) : fs::current_path()) / "samples";
+}
+
+// Every bundled table reads the same saved in GBK (as shipped), as UTF-8 without a byte-order
+// mark (what most editors write) and as UTF-8 with one (a spreadsheet program's "CSV UTF-8").
+TEST_F(ReadConfigFileGenerated, BundledTablesReadTheSameInGbkAndInUtf8) {
+    size_t tables = 0;
+    for (const auto& entry : fs::recursive_directory_iterator(SamplesDir())) {
+        if (entry.path().extension() != ".csv") continue;
+        ++tables;
+        const std::string gbk = ReadBytes(entry.path());
+        const std::string utf8 = platform::AnsiToUtf8(gbk);
+        ASSERT_NE(gbk, utf8) << entry.path() << " has no Chinese text to tell the encodings apart";
+        Strings names, utf8Names, markedNames;
+        Rows rows, utf8Rows, markedRows;
+        Read(gbk, names, rows);
+        Read(utf8, utf8Names, utf8Rows);
+        Read("\xEF\xBB\xBF" + utf8, markedNames, markedRows);
+        ASSERT_FALSE(names.empty()) << entry.path();
+        EXPECT_EQ(names, utf8Names) << entry.path();
+        EXPECT_EQ(rows, utf8Rows) << entry.path();
+        EXPECT_EQ(names, markedNames) << entry.path();
+        EXPECT_EQ(rows, markedRows) << entry.path();
+    }
+    EXPECT_GT(tables, 0u);
 }
 
 }  // namespace

@@ -131,10 +131,28 @@ TEST_F(ReadConfigFileDialect, Utf8ByteOrderMarkTableIsReadAsGbk) {
     EXPECT_EQ((Strings{"12", "模板\x80?"}), table_.GetColumnValue("标准件图层"));
 }
 
+TEST_F(ReadConfigFileDialect, Utf8TableWithoutMarkIsReadAsGbk) {
+    // What most editors save: UTF-8 without a byte-order mark.
+    ASSERT_TRUE(Open(u8"标准件名称,标准件品牌,\r\n内六角螺钉,米思米,\r\n顶针\u20AC\u0E01,,\r\n"s));
+    EXPECT_EQ((Strings{"标准件名称", "标准件品牌"}), table_.GetColumnNames());
+    EXPECT_EQ((Strings{"内六角螺钉", "顶针\x80?"}), table_.GetColumnValue("标准件名称"));
+}
+
 TEST_F(ReadConfigFileDialect, GbkTableIsTakenByteForByte) {
-    // Without a byte-order mark nothing is converted, not even text that looks like UTF-8.
-    ASSERT_TRUE(Open("a\r\n"s + u8"标" + "\r\n"));
-    EXPECT_EQ((Strings{u8"标"}), table_.GetColumnValue("a"));
+    ASSERT_TRUE(Open("标准件名称,\r\n内六角螺钉,\r\n"));
+    EXPECT_EQ((Strings{"内六角螺钉"}), table_.GetColumnValue("标准件名称"));
+}
+
+TEST_F(ReadConfigFileDialect, Utf8WithOneIllFormedByteIsTakenAsGbk) {
+    // Only a table that is UTF-8 throughout is converted; anything else keeps its bytes.
+    const std::string bytes = "a\r\n"s + u8"标" + "\xFF\r\n";
+    ASSERT_TRUE(Open(bytes));
+    EXPECT_EQ((Strings{u8"标" "\xFF"}), table_.GetColumnValue("a"));
+}
+
+TEST_F(ReadConfigFileDialect, AsciiTableIsTheSameInEitherEncoding) {
+    ASSERT_TRUE(Open("a,b\r\n1,\x7F\r\n"));
+    EXPECT_EQ((Rows{{"1", "\x7F"}}), table_.GetColumnValues());
 }
 
 TEST_F(ReadConfigFileQuotes, QuotedCellHoldsCommasQuotesAndLineBreaks) {
@@ -199,6 +217,8 @@ TEST_F(ReadConfigFileMalformed, NulBytesAreKept) {
 
 TEST_F(ReadConfigFileMalformed, NulBytesSurviveUtf8Conversion) {
     ASSERT_TRUE(Open("\xEF\xBB\xBF" "a\0"s + u8"标\r\n"));
+    EXPECT_EQ((Strings{"a\0标"s}), table_.GetColumnNames());
+    ASSERT_TRUE(Open("a\0"s + u8"标\r\n"));
     EXPECT_EQ((Strings{"a\0标"s}), table_.GetColumnNames());
 }
 

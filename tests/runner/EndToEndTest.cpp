@@ -43,6 +43,7 @@ TEST(RunnerCommandLine, HelpPrintsTheUsage) {
     const HostRun run = RunHost({"--help"});
     EXPECT_EQ(0, run.status) << "--help is a normal run";
     EXPECT_TRUE(Contains(run.out, "usage: vornadel-host")) << "the usage text goes to standard output";
+    EXPECT_TRUE(Contains(RunHost({"-h"}).out, "Commands:\n  set <blockId> <text>")) << "-h lists the commands too";
 }
 
 TEST(RunnerCommandLine, UnknownOptionExitsWithStatusTwoAndTheUsage) {
@@ -51,6 +52,15 @@ TEST(RunnerCommandLine, UnknownOptionExitsWithStatusTwoAndTheUsage) {
     EXPECT_TRUE(Contains(run.err, "unknown option --frobnicate")) << "the message names the option";
     EXPECT_TRUE(Contains(run.err, "usage: vornadel-host")) << "the usage follows the message";
     EXPECT_EQ("", run.out) << "nothing ran";
+}
+
+TEST(RunnerCommandLine, BytesThatAreNotUtf8AreShownEscaped) {
+    const HostRun command = RunTestPlugin({"-e", "jump\xFF\xB1\xEA"});
+    EXPECT_TRUE(Contains(command.err, "-e:1: unknown command \"jump\\xFF\\xB1\\xEA\"")) << command.err;
+    const HostRun part = RunHost({"gone\xFF.part.json", "-e", "close"});
+    EXPECT_TRUE(Contains(part.err, "gone\\xFF.part.json: cannot be read")) << part.err;
+    const HostRun option = RunHost({"--\xFF"});
+    EXPECT_TRUE(Contains(option.err, "unknown option --\\xFF")) << option.err;
 }
 
 TEST(RunnerCommandLine, BadTimeIsRefusedBeforeAnythingRuns) {
@@ -65,7 +75,7 @@ TEST(RunnerCommandLine, ScriptThatDoesNotParseRunsNothing) {
     runnertest::WriteText(dir / "bad.txt", "show tree\njump 3\nclose\n");
     const HostRun run = RunTestPlugin({"--script", (dir / "bad.txt").string()});
     EXPECT_EQ(2, run.status) << "a script that does not parse exits with 2";
-    EXPECT_TRUE(Contains(run.err, "bad.txt: line 2: unknown command \"jump\"")) << "the file and line are named";
+    EXPECT_TRUE(Contains(run.err, "bad.txt:2: unknown command \"jump\"")) << "the file and line are named";
     EXPECT_EQ("", run.out) << "not even ufusr ran";
 }
 
@@ -78,7 +88,7 @@ TEST(RunnerCommandLine, MissingScriptIsAUsageError) {
 TEST(RunnerCommandLine, BadCommandInDashEIsNamedByItsNumber) {
     const HostRun run = RunTestPlugin({"-e", "show tree", "-e", "click x"});
     EXPECT_EQ(2, run.status) << "-e commands parse before the run";
-    EXPECT_TRUE(Contains(run.err, "-e 2: \"x\" is not a row")) << "the second -e is named";
+    EXPECT_TRUE(Contains(run.err, "-e:2: \"x\" is not a row")) << "the second -e is named";
 }
 
 // ---- part files --------------------------------------------------------------------------------
@@ -95,6 +105,26 @@ TEST(RunnerPartFile, MalformedPartFileExitsWithTheHostsMessage) {
     EXPECT_EQ(1, run.status) << "malformed JSON exits with 1";
     EXPECT_TRUE(Contains(run.err, "broken.part.json")) << "the message names the file";
     EXPECT_EQ("", run.out) << "the plug-in never ran";
+}
+
+TEST(RunnerPartFile, PartFilesThatOnceEndedTheRunnerAreRefusedWithAMessage) {
+    // A number out of range ended the runner with an uncaught exception (134), deep nesting with
+    // a stack overflow (139); a NUL reached the plug-in as the end of the text.
+    const std::filesystem::path dir = runnertest::Scratch("bad-parts");
+    const std::string head = u8R"({"format": "vornadel-part/1", "leaf": )";
+    const std::vector<std::pair<std::string, std::string>> cases = {
+        {head + u8R"("A", "x": 1e999})", "number overflow parsing '1e999'"},
+        {head + u8R"("A", "zz": )" + std::string(100000, '[') + std::string(100000, ']') + "}",
+         "nested deeper than 100 levels"},
+        {head + u8R"("T\u0000X"})", "leaf: text holds a NUL character"},
+    };
+    for (const auto& [json, message] : cases) {
+        runnertest::WriteText(dir / "bad.part.json", json);
+        const HostRun run = RunTestPlugin({"-e", "close"}, {}, (dir / "bad.part.json").string());
+        EXPECT_EQ(1, run.status) << message;
+        EXPECT_TRUE(Contains(run.err, "bad.part.json:") && Contains(run.err, message)) << run.err;
+        EXPECT_EQ("", run.out) << "the plug-in never ran";
+    }
 }
 
 // ---- the plug-in's life ------------------------------------------------------------------------
@@ -150,7 +180,7 @@ TEST(RunnerPlugin, HandlerExceptionEndsTheDialogAndReachesThePlugin) {
     EXPECT_TRUE(HasLine(run, u8"message\tBlock Styler\terror\t按钮出错"))
         << "the update handler's exception ends Show and the plug-in's ufusr catches it";
     EXPECT_EQ(1, run.status) << "the script's next dialog command fails";
-    EXPECT_TRUE(Contains(run.err, "-e 2: no dialog is shown")) << "the dialog is gone";
+    EXPECT_TRUE(Contains(run.err, "-e:2: no dialog is shown")) << "the dialog is gone";
 }
 
 TEST(RunnerPlugin, PluginWithoutDialogStillRunsTheCommands) {
@@ -176,7 +206,7 @@ TEST(RunnerCommands, SetTypesIntoAStringBlock) {
 TEST(RunnerCommands, SetOnAButtonFailsAndStopsTheScript) {
     const HostRun run = RunTestPlugin({"-e", "set button01 x", "-e", "show part"});
     EXPECT_EQ(1, run.status) << "a command the host refuses fails the run";
-    EXPECT_TRUE(Contains(run.err, "-e 1: button01 is a Button, not a StringBlock")) << "the host's reason";
+    EXPECT_TRUE(Contains(run.err, "-e:1: button01 is a Button, not a StringBlock")) << "the host's reason";
     EXPECT_EQ(Sequence({}), Lines(run.out)) << "nothing more runs; the dialog closes and the plug-in unloads";
 }
 
@@ -206,7 +236,7 @@ TEST(RunnerCommands, SelectBodiesWithoutTagsClearsTheCollector) {
 TEST(RunnerCommands, SelectBodiesOfAnUnknownTagFails) {
     const HostRun run = RunTestPlugin({"-e", "select-bodies 999"});
     EXPECT_EQ(1, run.status) << "a body the part lacks";
-    EXPECT_TRUE(Contains(run.err, "-e 1: no body of the work part has tag 999")) << "the host's reason";
+    EXPECT_TRUE(Contains(run.err, "-e:1: no body of the work part has tag 999")) << "the host's reason";
 }
 
 TEST(RunnerCommands, AnswerSelectionOkGivesTheObjects) {
@@ -239,7 +269,7 @@ TEST(RunnerCommands, ClickSelectsTheRowAndDeselectsTheOther) {
 TEST(RunnerCommands, MissingRowFails) {
     const HostRun run = RunTestPlugin({"-e", "click 1.5"});
     EXPECT_EQ(1, run.status) << "a row the tree lacks";
-    EXPECT_TRUE(Contains(run.err, "-e 1: the tree has no row 1.5")) << "the row is named";
+    EXPECT_TRUE(Contains(run.err, "-e:1: the tree has no row 1.5")) << "the row is named";
 }
 
 TEST(RunnerCommands, EditTypesFreeText) {
@@ -293,7 +323,7 @@ TEST(RunnerCommands, CommandsAfterCloseRunWithoutTheDialog) {
     EXPECT_EQ(0, answer.status) << "answer-selection needs no dialog";
     const HostRun tree = RunTestPlugin({"-e", "close", "-e", "show tree"});
     EXPECT_EQ(1, tree.status) << "show tree needs the dialog";
-    EXPECT_TRUE(Contains(tree.err, "-e 2: no dialog is shown")) << "said so";
+    EXPECT_TRUE(Contains(tree.err, "-e:2: no dialog is shown")) << "said so";
 }
 
 TEST(RunnerCommands, ScriptFromStandardInput) {
@@ -308,7 +338,7 @@ TEST(RunnerCommands, StandardInputThatIsNotATerminalIsAScript) {
     EXPECT_TRUE(HasLine(run, Event("update_cb button03"))) << "without --script and -e the commands come from standard input";
     EXPECT_FALSE(Contains(run.out, "vornadel>")) << "no prompt when standard input is not a terminal";
     EXPECT_EQ(1, run.status) << "a failing command ends the run, as in a script";
-    EXPECT_TRUE(Contains(run.err, "standard input:2: the tree has no row 9")) << "the place is standard input's line";
+    EXPECT_TRUE(Contains(run.err, "stdin:2: the tree has no row 9")) << "the place is standard input's line";
 }
 
 TEST(RunnerCommands, FailingScriptCommandIsNamedByItsFileAndLine) {
@@ -354,7 +384,7 @@ TEST(RunnerOutput, TsvPartOfTheFixture) {
         u8"attribute\tpart\t版本\tinteger\t3",
         "layer\t1\twork",
         "layer\t20\tvisible",
-        "layer\t30\thidden",
+        "layer\t30\tinvisible",
         "body\t1001\t10\t6\tshown\tplain",
         u8"attribute\t1001\t名称\tstring\t内六角螺钉",
         u8"attribute\t1001\t数量\tstring\t4",
@@ -382,8 +412,8 @@ TEST(RunnerOutput, TextIsTheDefaultFormat) {
     const HostRun run = RunHost({"run", FixturePart("bracket.part.json"), "--plugin", runnertest::TestPlugin(),
                                  "--localappdata", home.string(), "-e", "show tree", "-e", "close"});
     EXPECT_TRUE(Contains(run.out, "+-- information: testplugin\n| ufusr\n+--\n")) << "message boxes as boxes";
-    EXPECT_TRUE(Contains(run.out, u8"名称      数量  状态  备注  colour  body\n")) << "the visible columns as a header";
-    EXPECT_TRUE(Contains(run.out, u8"  螺钉-1                    -       1001\n")) << "children indented";
+    EXPECT_TRUE(Contains(run.out, u8"名称      数量  状态  备注  颜色  实体\n")) << "the visible columns as a header";
+    EXPECT_TRUE(Contains(run.out, u8"  螺钉-1                    -     1001\n")) << "children indented";
 }
 
 // ---- save, clock, environment ------------------------------------------------------------------
@@ -391,7 +421,7 @@ TEST(RunnerOutput, TextIsTheDefaultFormat) {
 TEST(RunnerSave, SaveWritesWhatThePluginChanged) {
     const std::filesystem::path dir = runnertest::Scratch("save");
     const std::string out = (dir / "out.part.json").string();
-    const HostRun run = RunTestPlugin({"-e", "press button0", "-e", "close", "--save", out});
+    const HostRun run = RunTestPlugin({"-e", "press button0", "-e", "close", "--save-as", out});
     ASSERT_EQ(0, run.status) << run.err;
     const HostRun again = RunTestPlugin({"-e", "close", "-e", "show part"}, {}, out);
     EXPECT_TRUE(HasLine(again, u8"attribute\tpart\t测试\tstring\t已保存")) << "the part attribute was saved";
@@ -399,7 +429,7 @@ TEST(RunnerSave, SaveWritesWhatThePluginChanged) {
     EXPECT_TRUE(HasLine(again, u8"attribute\t1002\t测试\tstring\t已保存")) << "the body attribute was saved";
 }
 
-TEST(RunnerSave, SaveWithoutAFileOverwritesThePartFile) {
+TEST(RunnerSave, SaveOverwritesThePartFileThatWasRun) {
     const std::filesystem::path dir = runnertest::Scratch("save-in-place");
     const std::filesystem::path part = dir / "bracket.part.json";
     std::filesystem::copy_file(FixturePart("bracket.part.json"), part);
@@ -418,8 +448,33 @@ TEST(RunnerSave, FailedRunSavesNothing) {
     EXPECT_EQ(before, runnertest::ReadText(part)) << "a failed run leaves the part file alone";
 }
 
+TEST(RunnerSave, AFileAfterSaveIsThePartThatRunsNotATarget) {
+    // "--save mine.part.json" once ran the bundled sample and wrote it over mine.part.json.
+    const std::filesystem::path dir = runnertest::Scratch("save-mine");
+    const std::filesystem::path mine = dir / "mine.part.json";
+    std::filesystem::copy_file(FixturePart("bracket.part.json"), mine);
+    const HostRun run = RunHost({"--plugin", runnertest::TestPlugin(), "--format", "tsv", "--localappdata",
+                                 dir.string(), "--save", mine.string(), "-e", "press button0", "-e", "close"});
+    ASSERT_EQ(0, run.status) << run.err;
+    EXPECT_TRUE(Contains(runnertest::ReadText(mine), u8"已保存")) << "mine.part.json ran and was saved";
+    EXPECT_TRUE(Contains(runnertest::ReadText(mine), "\"tag\": 1001")) << "and it still holds its own bodies";
+}
+
+TEST(RunnerSave, TheBundledSampleIsNeverOverwritten) {
+    const std::filesystem::path sample = runnertest::SourceFolder() / "samples/parts/A100.part.json";
+    const std::string before = runnertest::ReadText(sample);
+    for (const std::vector<std::string>& args : {std::vector<std::string>{"-e", "close", "--save"},
+                                                  {sample.string(), "-e", "close", "--save"}}) {
+        const HostRun run = RunHost(args);
+        EXPECT_EQ(2, run.status) << "refused before anything runs";
+        EXPECT_TRUE(Contains(run.err, "--save would overwrite the bundled sample part")) << run.err;
+        EXPECT_EQ("", run.out) << "nothing ran";
+    }
+    EXPECT_EQ(before, runnertest::ReadText(sample));
+}
+
 TEST(RunnerSave, FailedSaveExitsWithOneAndNamesTheFile) {
-    const HostRun run = RunTestPlugin({"-e", "close", "--save", "/nonexistent/out.part.json"});
+    const HostRun run = RunTestPlugin({"-e", "close", "--save-as", "/nonexistent/out.part.json"});
     EXPECT_EQ(1, run.status) << "a save that fails fails the run";
     EXPECT_TRUE(Contains(run.err, "/nonexistent/out.part.json: cannot be written")) << "the host's message names the file";
 }
@@ -463,6 +518,18 @@ TEST(RunnerEnvironment, DriveTableIsTheBundledDriveThenTheProcessTableThenDriveO
         << "the process's own table replaces the bundled drive D:";
     EXPECT_TRUE(HasLine(probe({"--config", "V:", "--drive", "V=" + with}, "V=" + without), Event("probe found")))
         << "--drive replaces the process's own mapping of the letter";
+}
+
+TEST(RunnerEnvironment, AConfigurationRootThatIsNoFolderIsNamedBeforeTheRun) {
+    const std::filesystem::path dir = runnertest::Scratch("missing-config");
+    const HostRun missing = RunTestPlugin({"--config", "V:\\cfg", "--drive", "V=" + dir.string(), "-e", "press button04", "-e", "close"});
+    EXPECT_EQ(0, missing.status) << "the plug-in still runs and reports it in its own words";
+    EXPECT_TRUE(Contains(missing.err, "the configuration root (VDConfig) V:\\cfg (" + dir.string() + "/cfg) is not an existing folder"))
+        << missing.err;
+    EXPECT_TRUE(HasLine(missing, Event("VDConfig V:\\cfg"))) << "the plug-in gets the root as given";
+    std::filesystem::create_directories(dir / "cfg");
+    const HostRun present = RunTestPlugin({"--config", "V:\\cfg", "--drive", "V=" + dir.string(), "-e", "close"});
+    EXPECT_FALSE(Contains(present.err, "VDConfig")) << "nothing is said of a folder that exists";
 }
 
 TEST(RunnerEnvironment, LocalAppDataIsTheProcessOwnElseAFolderUnderHome) {

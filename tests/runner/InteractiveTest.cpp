@@ -36,18 +36,44 @@ size_t Count(const std::string& text, const std::string& part) {
 
 }  // namespace
 
-TEST(RunnerInteractive, PromptsAndRedrawsTheDialogAfterEachCommand) {
-    const Session s = Type("press button03\nset string03 A\n");
+TEST(RunnerInteractive, DrawsTheDialogOnceAndThenSaysWhatChanged) {
+    const Session s = Type("press button03\nset string03 A\nshow blocks\nclick 1\n");
     EXPECT_EQ(0, s.status) << "the end of input closes the dialog: a normal run";
-    EXPECT_EQ(3u, Count(s.out, "vornadel> ")) << "a prompt before each command and before the end of input";
-    EXPECT_EQ(3u, Count(s.out, "tree_control0\tTree")) << "the dialog drawn when it appears and after each command";
-    EXPECT_EQ(1u, Count(s.out, u8"string03\tStringBlock\t订单编号\tA\t")) << "the last drawing shows the new text";
+    EXPECT_EQ(5u, Count(s.out, "vornadel> ")) << "a prompt before each command and before the end of input";
+    EXPECT_EQ(2u, Count(s.out, "tree_control0\tTree")) << "the dialog drawn when it appears, then only on request";
+    EXPECT_EQ(1u, Count(s.out, u8"string03\tStringBlock\t订单编号\tA\t")) << "show blocks shows the new text";
+    EXPECT_EQ(1u, Count(s.out, "(the blocks changed: show blocks prints them)\n")) << "after set, not after show";
+    EXPECT_EQ(1u, Count(s.out, "\t1001\n")) << "the tree: drawn when the dialog appears, never again unasked";
+}
+
+TEST(RunnerInteractive, ShowPrintsOnceAndSaysNothingMore) {
+    const Session s = Type("show tree\nshow tree\n");
+    EXPECT_EQ(1u, Count(s.out, "tree_control0\tTree")) << "the blocks: drawn when the dialog appears";
+    EXPECT_EQ(3u, Count(s.out, "\t-\t1001\n")) << "the tree: drawn when the dialog appears, then once per show";
+    EXPECT_EQ(0u, Count(s.out, "changed")) << "nothing changed";
 }
 
 TEST(RunnerInteractive, MistakesAreReportedAndTheSessionGoesOn) {
-    const Session s = Type("jump\nclick 9\npress button03\nclose\n");
-    EXPECT_EQ(0, s.status) << "mistakes at the terminal do not fail the run";
-    EXPECT_NE(std::string::npos, s.err.find("unknown command \"jump\"")) << "a line that does not parse";
-    EXPECT_NE(std::string::npos, s.err.find("input line 2: the tree has no row 9")) << "a command that fails";
+    const Session s = Type("jump\nclick 9\npress button03\n");
+    EXPECT_EQ(1, s.status) << "the session goes on, but the run reports that commands failed";
+    EXPECT_NE(std::string::npos, s.err.find("stdin:1: unknown command \"jump\"")) << "a line that does not parse";
+    EXPECT_NE(std::string::npos, s.err.find("stdin:2: the tree has no row 9")) << "a command that fails, in the script's form";
     EXPECT_NE(std::string::npos, s.out.find(runnertest::Event("update_cb button03"))) << "later commands still run";
+}
+
+TEST(RunnerInteractive, CloseEndsTheSession) {
+    const Session s = Type("close\nshow messages\n");
+    EXPECT_EQ(0, s.status);
+    EXPECT_EQ(1u, Count(s.out, "vornadel> ")) << "no prompt after close";
+    EXPECT_EQ(1u, Count(s.out, runnertest::Event("ufusr") + "\n")) << "show messages after close never ran";
+}
+
+TEST(RunnerInteractive, HelpListsTheCommands) {
+    for (const char* typed : {"help\n", "?\n"}) {
+        const Session s = Type(typed);
+        for (const char* command : {"set <blockId>", "press <blockId>", "folder <path>", "select-bodies", "answer-selection",
+                                    "click <row>", "edit <row>", "menu <row>", "show tree|blocks|messages|part|selection", "close", "help,"})
+            EXPECT_NE(std::string::npos, s.out.find("  " + std::string(command) + " ")) << typed << command;
+        EXPECT_EQ("", s.err);
+    }
 }

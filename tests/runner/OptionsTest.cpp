@@ -80,19 +80,33 @@ TEST(RunnerOptions, ScriptAndCommandsExcludeEachOther) {
     EXPECT_THROW(Parse({"--script", "a.txt", "--script", "b.txt"}), UsageError) << "one script";
 }
 
-TEST(RunnerOptions, SaveWithoutValueOverwritesThePartFile) {
+TEST(RunnerOptions, SaveOverwritesThePartFileThatWasRun) {
     const Options o = Parse({"p.part.json", "--save", "--format", "tsv"});
     EXPECT_TRUE(o.save) << "--save asks for a save";
-    EXPECT_FALSE(o.saveTo.has_value()) << "an option after --save is not its value";
+    EXPECT_FALSE(o.saveAs.has_value()) << "over the part file";
     EXPECT_EQ("p.part.json", o.part.value_or("")) << "the part file stays the part file";
 }
 
-TEST(RunnerOptions, SaveTakesTheFollowingArgumentAsItsFile) {
-    const Options o = Parse({"p.part.json", "--save", "out.part.json"});
-    EXPECT_EQ("out.part.json", o.saveTo.value_or("")) << "--save OUT";
-    const Options attached = Parse({"--save=out2.part.json", "p.part.json"});
-    EXPECT_EQ("out2.part.json", attached.saveTo.value_or("")) << "--save=OUT";
-    EXPECT_EQ("p.part.json", attached.part.value_or("")) << "the part file may follow --save=OUT";
+TEST(RunnerOptions, SaveTakesNoFileSoTheFollowingArgumentIsThePart) {
+    // "--save mine.part.json" once meant "run the sample and write it over mine.part.json".
+    const Options o = Parse({"--save", "mine.part.json", "-e", "close"});
+    EXPECT_TRUE(o.save);
+    EXPECT_EQ("mine.part.json", o.part.value_or("")) << "the file after --save is the part that runs";
+    EXPECT_FALSE(o.saveAs.has_value());
+    EXPECT_THROW(Parse({"p.part.json", "--save=out.part.json"}), UsageError) << "--save takes no value";
+}
+
+TEST(RunnerOptions, SaveAsWritesElsewhere) {
+    const Options o = Parse({"p.part.json", "--save-as", "out.part.json"});
+    EXPECT_FALSE(o.save);
+    EXPECT_EQ("out.part.json", o.saveAs.value_or("")) << "--save-as OUT";
+    const Options attached = Parse({"--save-as=out2.part.json", "p.part.json"});
+    EXPECT_EQ("out2.part.json", attached.saveAs.value_or("")) << "--save-as=OUT";
+    EXPECT_EQ("p.part.json", attached.part.value_or(""));
+    EXPECT_EQ("out.part.json", Parse({"--save-as", "out.part.json"}).saveAs.value_or(""))
+        << "the bundled sample may be saved elsewhere";
+    EXPECT_THROW(Parse({"p.part.json", "--save-as"}), UsageError) << "--save-as needs its file";
+    EXPECT_THROW(Parse({"p.part.json", "--save", "--save-as", "o.part.json"}), UsageError) << "one target";
 }
 
 TEST(RunnerOptions, MistakesAreUsageErrors) {

@@ -41,7 +41,7 @@ runner::PartView SamplePart() {
     runner::PartView part;
     part.leaf = "A100";
     part.attributes = {{"订单编号", "string", "SO-1"}, {"版本", "integer", "3"}};
-    part.layers = {{1, "work"}, {30, "hidden"}};
+    part.layers = {{1, "work"}, {30, "invisible"}};
     runner::BodyView body;
     body.tag = 1001;
     body.layer = 10;
@@ -82,6 +82,26 @@ TEST(RunnerOutput, ChineseCharactersTakeTwoColumns) {
     EXPECT_EQ(3, runner::DisplayWidth("abc")) << "ASCII is one column each";
 }
 
+TEST(RunnerOutput, AmbiguousCharactersOfGbkTakeTwoColumnsAsOnAChineseTerminal) {
+    EXPECT_EQ(8, runner::DisplayWidth(u8"Φ4×200")) << "Φ and × are ambiguous-width; GBK holds them in two bytes";
+    EXPECT_EQ(4, runner::DisplayWidth(u8"①°")) << "so are ① and °";
+    EXPECT_EQ(1, runner::DisplayWidth(u8"€")) << "the euro sign is one byte (0x80) in GBK";
+    EXPECT_EQ(1, runner::DisplayWidth(u8"\u0E01")) << "a character GBK lacks and that is not wide";
+    EXPECT_EQ(2, runner::DisplayWidth(u8"\uAC00")) << "a wide character GBK lacks";
+}
+
+TEST(RunnerOutput, Utf8FilterEscapesBytesThatAreNotUtf8) {
+    std::ostringstream target;
+    {
+        runner::Utf8Filter filter(target);
+        std::ostream out(&filter);
+        out << u8"螺钉 ok\n" << "jump\xFF\xB1\xEA" << u8"Φ" << "\xE8\x9E" << std::flush;
+        out << "end";
+    }
+    EXPECT_EQ(u8"螺钉 ok\njump\\xFF\\xB1\\xEAΦ\\xE8\\x9Eend", target.str())
+        << "well-formed UTF-8 passes; every other byte is \\xHH; the rest is passed on at the end";
+}
+
 TEST(RunnerOutput, TsvTreeLineHasDepthThirteenColumnsColourAndBody) {
     const std::string out = Print(Format::Tsv, [](Printer& p) { p.Tree(SampleTree()); });
     const std::string expected =
@@ -93,10 +113,10 @@ TEST(RunnerOutput, TsvTreeLineHasDepthThirteenColumnsColourAndBody) {
 TEST(RunnerOutput, TextTreeIsAnIndentedTableOfTheVisibleColumns) {
     const std::string out = Print(Format::Text, [](Printer& p) { p.Tree(SampleTree()); });
     const std::string expected =
-        u8"名称      数量  colour  body\n"
-        u8"----------------------------\n"
-        u8"螺钉      2     186     -\n"
-        u8"  M6\tx20  1     -       1001\n";
+        u8"名称      数量  颜色  实体\n"
+        u8"--------------------------\n"
+        u8"螺钉      2     186   -\n"
+        u8"  M6\tx20  1     -     1001\n";
     EXPECT_EQ(expected, out) << "a header of visible column titles, children indented under their group";
 }
 
@@ -144,7 +164,7 @@ TEST(RunnerOutput, TsvPartListsAttributesLayersAndBodies) {
         u8"attribute\tpart\t订单编号\tstring\tSO-1\n"
         u8"attribute\tpart\t版本\tinteger\t3\n"
         u8"layer\t1\twork\n"
-        u8"layer\t30\thidden\n"
+        u8"layer\t30\tinvisible\n"
         u8"body\t1001\t10\t6\tblanked\thighlighted\n"
         u8"attribute\t1001\t名称\tstring\t内六角\\t螺钉\n";
     EXPECT_EQ(expected, out) << "part, its attributes, layers, then each body and its attributes";
@@ -167,7 +187,7 @@ TEST(RunnerOutput, TextPartIsAnIndentedList) {
         u8"  订单编号 = SO-1\n"
         u8"  版本 = 3 (integer)\n"
         u8"  layer 1: work\n"
-        u8"  layer 30: hidden\n"
+        u8"  layer 30: invisible\n"
         u8"  body 1001: layer 10, colour 6, blanked, highlighted\n"
         u8"    名称 = 内六角\t螺钉\n";
     EXPECT_EQ(expected, out) << "attributes under their owner, a type other than string named, nothing escaped";
@@ -186,7 +206,7 @@ TEST(RunnerOutput, TextSaysWhenThereIsNothingToShow) {
     runner::TreeView empty = SampleTree();
     empty.rows.clear();
     const std::string tree = Print(Format::Text, [&](Printer& p) { p.Tree(empty); });
-    EXPECT_EQ(u8"名称  数量  colour  body\n------------------------\n(no rows)\n", tree)
+    EXPECT_EQ(u8"名称  数量  颜色  实体\n----------------------\n(no rows)\n", tree)
         << "the header, then a line saying the tree has no rows";
     EXPECT_EQ("(no messages)\n", Print(Format::Text, [](Printer& p) { p.Messages({}); }))
         << "show messages before any message box";

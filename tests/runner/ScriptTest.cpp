@@ -19,7 +19,7 @@ Command One(const std::string& line) {
 
 std::string ErrorOf(const std::string& script) {
     try {
-        ParseScript(script);
+        ParseScript(script, "s.txt");
     } catch (const ScriptError& e) {
         return e.what();
     }
@@ -113,7 +113,7 @@ TEST(RunnerScript, ShowTakesWhatToShow) {
 }
 
 TEST(RunnerScript, CommentsAndBlankLinesAreSkippedButCounted) {
-    const std::vector<Command> commands = ParseScript("# a comment\n\n   \nshow tree\r\n  # indented comment\nclose");
+    const std::vector<Command> commands = ParseScript("# a comment\n\n   \nshow tree\r\n  # indented comment\nclose", "s.txt");
     ASSERT_EQ(2u, commands.size()) << "two commands";
     EXPECT_EQ(4, commands[0].line) << "line numbers count comment and blank lines";
     EXPECT_EQ("show tree", commands[0].source) << "a carriage return before the line end is dropped";
@@ -121,6 +121,7 @@ TEST(RunnerScript, CommentsAndBlankLinesAreSkippedButCounted) {
 }
 
 TEST(RunnerScript, ABadLineIsNamedByNumber) {
-    EXPECT_EQ("line 2: unknown command \"jump\"", ErrorOf("show tree\njump 3\n")) << "an unknown command";
-    EXPECT_EQ("line 1: \"9.x\" is not a row (N or N.M, counted from 1)", ErrorOf("click 9.x")) << "a bad row";
+    EXPECT_EQ("s.txt:2: unknown command \"jump\" (help lists the commands)", ErrorOf("show tree\njump 3\n"))
+        << "an unknown command";
+    EXPECT_EQ("s.txt:1: \"9.x\" is not a row (N or N.M, counted from 1)", ErrorOf("click 9.x")) << "a bad row";
 }

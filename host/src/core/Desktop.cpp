@@ -38,30 +38,6 @@ platform::LocalTime Now() {
 
 #else
 
-// The plug-in names a Windows path (GBK, "D:\out\A100.xls"): a drive letter goes through the
-// drive table VORNADEL_DRIVES ("D=/srv/d;E=/mnt/e"), as the platform layer maps paths for files;
-// anything else is used as it stands. A copy of the platform layer's lookup, because the host does
-// not link the platform layer (docs/host.md says so).
-std::string PathToOpen(const std::string& windowsPath) {
-    std::string path = host::GbkToUtf8(windowsPath);
-    for (char& c : path)
-        if (c == '\\') c = '/';
-    const char* table = std::getenv("VORNADEL_DRIVES");
-    if (path.size() < 2 || path[1] != ':' || table == nullptr) return path;
-    const std::string drives = table;
-    const char letter = static_cast<char>(std::toupper(static_cast<unsigned char>(path[0])));
-    std::string root;
-    for (size_t start = 0; start <= drives.size();) {
-        size_t end = drives.find(';', start);
-        if (end == std::string::npos) end = drives.size();
-        const std::string entry = drives.substr(start, end - start);
-        if (entry.size() > 2 && entry[1] == '=' && std::toupper(static_cast<unsigned char>(entry[0])) == letter)
-            root = entry.substr(2);
-        start = end + 1;
-    }
-    return root.empty() ? path : root + path.substr(2);
-}
-
 void OpenWithXdgOpen(const std::string& path) {
     pid_t child = 0;
     char program[] = "xdg-open";
@@ -70,7 +46,7 @@ void OpenWithXdgOpen(const std::string& path) {
     if (posix_spawnp(&child, program, nullptr, nullptr, argv, environ) == 0) waitpid(child, nullptr, 0);
 }
 
-void OpenForReal(const std::string& path) { OpenWithXdgOpen(PathToOpen(path)); }
+void OpenForReal(const std::string& path) { OpenWithXdgOpen(host::LocalPath(path)); }
 
 platform::LocalTime Now() {
     timespec now{};
@@ -106,5 +82,25 @@ void PinClock(const platform::LocalTime& time) { core::State().pinnedClock = tim
 void UnpinClock() { core::State().pinnedClock.reset(); }
 const std::vector<std::string>& OpenedFiles() { return core::State().openedFiles; }
 void SetReallyOpenFiles(bool reallyOpen) { core::State().reallyOpenFiles = reallyOpen; }
+
+std::string LocalPath(const std::string& windowsPath) {
+    std::string path = host::GbkToUtf8(windowsPath);
+    for (char& c : path)
+        if (c == '\\') c = '/';
+    const char* table = std::getenv("VORNADEL_DRIVES");
+    if (path.size() < 2 || path[1] != ':' || table == nullptr) return path;
+    const std::string drives = table;
+    const char letter = static_cast<char>(std::toupper(static_cast<unsigned char>(path[0])));
+    std::string root;
+    for (size_t start = 0; start <= drives.size();) {
+        size_t end = drives.find(';', start);
+        if (end == std::string::npos) end = drives.size();
+        const std::string entry = drives.substr(start, end - start);
+        if (entry.size() > 2 && entry[1] == '=' && std::toupper(static_cast<unsigned char>(entry[0])) == letter)
+            root = entry.substr(2);
+        start = end + 1;
+    }
+    return root.empty() ? path : root + path.substr(2);
+}
 
 }  // namespace host

@@ -10,9 +10,7 @@
 #include <cstring>
 #include <filesystem>
 #include <fstream>
-#include <functional>
 #include <map>
-#include <set>
 #include <sstream>
 
 #ifdef _WIN32
@@ -67,55 +65,120 @@ std::string Show(const Json& value) {
     return value.dump();
 }
 
-// Finds the first key that an object of the file repeats (JSON allows it; nlohmann keeps one of
-// the values silently, which would lose data), while the parser reads the file.
-class DuplicateKeyFinder {
+// Builds the document from the parser's events. It refuses a key that an object repeats (JSON
+// allows it; keeping one of the values would lose data) and keeps where the parser stopped on an
+// error, a number too large for a double included.
+class DocumentBuilder : public nlohmann::json_sax<Json> {
 public:
-    bool operator()(int, Json::parse_event_t event, Json& parsed) {
-        switch (event) {
-        case Json::parse_event_t::object_start: frames_.emplace_back(false); break;
-        case Json::parse_event_t::array_start: frames_.emplace_back(true); break;
-        case Json::parse_event_t::key: {
-            Frame& frame = frames_.back();
-            frame.key = parsed.get<std::string>();
-            if (!frame.keys.insert(frame.key).second && duplicate_.empty()) duplicate_ = Path();
-            break;
+    bool null() override { return Add(Json()); }
+    bool boolean(bool value) override { return Add(Json(value)); }
+    bool number_integer(number_integer_t value) override { return Add(Json(value)); }
+    bool number_unsigned(number_unsigned_t value) override { return Add(Json(value)); }
+    bool number_float(number_float_t value, const string_t&) override { return Add(Json(value)); }
+    bool string(string_t& value) override { return Add(Json(std::move(value))); }
+    bool binary(binary_t&) override { return false; }  // JSON text has no binary values
+    bool start_object(std::size_t) override { return Open(Json::object()); }
+    bool start_array(std::size_t) override { return Open(Json::array()); }
+    bool end_object() override { return Close(); }
+    bool end_array() override { return Close(); }
+
+    bool key(string_t& key) override {
+        if (frames_.back().value->contains(key)) {
+            duplicate_ = Member(Path(), key);
+            return false;
         }
-        case Json::parse_event_t::object_end:
-        case Json::parse_event_t::array_end:
-            frames_.pop_back();
-            ElementDone();
-            break;
-        case Json::parse_event_t::value: ElementDone(); break;
+        frames_.back().key = key;
+        return true;
+    }
+
+    bool parse_error(std::size_t position, const std::string&, const Json::exception& error) override {
+        errorPosition_ = position;
+        error_ = error.what();
+        return false;
+    }
+
+    Json& Root() { return root_; }
+    // The path of the first repeated key; "" when there is none.
+    const std::string& Duplicate() const { return duplicate_; }
+    // The parser's message and its byte count (1 for the first byte) where it stopped.
+    const std::string& Error() const { return error_; }
+    size_t ErrorPosition() const { return errorPosition_; }
+
+private:
+    struct Frame {
+        Json* value;
+        std::string key;
+    };
+
+    bool Add(Json value) {
+        if (frames_.empty()) {
+            root_ = std::move(value);
+        } else if (frames_.back().value->is_array()) {
+            frames_.back().value->push_back(std::move(value));
+        } else {
+            (*frames_.back().value)[frames_.back().key] = std::move(value);
         }
         return true;
     }
 
-    // The path of the first repeated key; "" when there is none.
-    const std::string& Duplicate() const { return duplicate_; }
-
-private:
-    struct Frame {
-        explicit Frame(bool isArray) : array(isArray) {}
-        bool array;
-        size_t index = 0;
-        std::string key;
-        std::set<std::string> keys;
-    };
-
-    void ElementDone() {
-        if (!frames_.empty() && frames_.back().array) ++frames_.back().index;
+    // A new object or array is added where a value goes and receives the values that follow.
+    // Only the innermost container grows, so the pointers to the outer ones stay valid.
+    bool Open(Json container) {
+        Add(std::move(container));
+        Json* added = frames_.empty() ? &root_
+                      : frames_.back().value->is_array() ? &frames_.back().value->back()
+                                                         : &(*frames_.back().value)[frames_.back().key];
+        frames_.push_back(Frame{added, std::string()});
+        return true;
     }
 
+    bool Close() {
+        frames_.pop_back();
+        return true;
+    }
+
+    // The path of the innermost open object or array.
     std::string Path() const {
         std::string path;
-        for (const Frame& frame : frames_) path = frame.array ? Element(path, frame.index) : Member(path, frame.key);
+        for (size_t i = 0; i + 1 < frames_.size(); ++i) {
+            const Frame& frame = frames_[i];
+            path = frame.value->is_array() ? Element(path, frame.value->size() - 1) : Member(path, frame.key);
+        }
         return path;
     }
 
+    Json root_;
     std::vector<Frame> frames_;
     std::string duplicate_;
+    std::string error_;
+    size_t errorPosition_ = 0;
 };
+
+// The deepest nesting of arrays and objects a part file may have: the format needs six levels.
+// Deeper input is refused before it is parsed, so that no part of the host ever works through
+// an arbitrarily deep document.
+constexpr size_t kMaxDepth = 100;
+
+// The byte count (1 for the first byte) of the array or object that opens level kMaxDepth + 1;
+// 0 when the text nests no deeper than kMaxDepth. Brackets inside strings do not count.
+size_t TooDeep(const std::string& text) {
+    size_t depth = 0;
+    bool inString = false;
+    for (size_t i = 0; i < text.size(); ++i) {
+        const char c = text[i];
+        if (inString) {
+            if (c == '\\') ++i;
+            else if (c == '"') inString = false;
+        } else if (c == '"') {
+            inString = true;
+        } else if (c == '[' || c == '{') {
+            if (++depth > kMaxDepth) return i + 1;
+        } else if ((c == ']' || c == '}') && depth > 0) {
+            --depth;
+        }
+    }
+    return 0;
+}
 
 // ---------------------------------------------------------------------------------------------
 // Loading
@@ -181,15 +244,18 @@ private:
     }
 
     Json Parse(const std::string& text) const {
-        DuplicateKeyFinder duplicates;
-        Json root;
-        try {
-            root = Json::parse(text, std::ref(duplicates));
-        } catch (const Json::parse_error& e) {
-            throw PartFileError(file_ + ":" + LineAndColumn(text, e.byte) + ": " + Reason(e.what()));
+        if (size_t position = TooDeep(text))
+            FailAt(text, position, "arrays and objects nested deeper than " + std::to_string(kMaxDepth) + " levels");
+        DocumentBuilder builder;
+        if (!Json::sax_parse(text, &builder)) {
+            if (!builder.Duplicate().empty()) Fail(builder.Duplicate(), "the key appears twice");
+            FailAt(text, builder.ErrorPosition(), Reason(builder.Error()));
         }
-        if (!duplicates.Duplicate().empty()) Fail(duplicates.Duplicate(), "the key appears twice");
-        return root;
+        return std::move(builder.Root());
+    }
+
+    [[noreturn]] void FailAt(const std::string& text, size_t position, const std::string& what) const {
+        throw PartFileError(file_ + ":" + LineAndColumn(text, position) + ": " + what);
     }
 
     // "3:14": line and column (from 1; the column counts bytes) of the byte at position
@@ -208,10 +274,13 @@ private:
     }
 
     // nlohmann's "[json.exception.parse_error.101] parse error at line 1, column 5: syntax
-    // error ..." without the parts the message already has.
+    // error ..." or "[json.exception.out_of_range.406] number overflow parsing '1e999'" without
+    // the parts the message already has.
     static std::string Reason(const std::string& what) {
         size_t colon = what.find(": ");
-        return colon == std::string::npos ? what : what.substr(colon + 2);
+        if (colon != std::string::npos) return what.substr(colon + 2);
+        size_t bracket = what.find("] ");
+        return bracket == std::string::npos ? what : what.substr(bracket + 2);
     }
 
     void Keys(const Json& object, const std::string& path, std::initializer_list<const char*> allowed) const {
@@ -230,10 +299,18 @@ private:
     // A JSON string as GBK.
     std::string Text(const Json& value, const std::string& path) const {
         if (!value.is_string()) Fail(path, Show(value) + " is not a string");
+        return Gbk(value.get<std::string>(), path, "text");
+    }
+
+    // UTF-8 text of the file as GBK. The plug-in reads texts as C strings, so a NUL character
+    // would silently cut one short: it is refused.
+    std::string Gbk(const std::string& utf8, const std::string& path, const std::string& what) const {
+        if (utf8.find('\0') != std::string::npos)
+            Fail(path, what + " holds a NUL character (\\u0000), which would end it inside NX");
         try {
-            return Utf8ToGbkStrict(value.get<std::string>());
+            return Utf8ToGbkStrict(utf8);
         } catch (const std::runtime_error& e) {
-            Fail(path, std::string("text not representable in GBK: ") + e.what());
+            Fail(path, what + " not representable in GBK: " + e.what());
         }
     }
 
@@ -279,11 +356,7 @@ private:
         for (auto it = attributes.begin(); it != attributes.end(); ++it) {
             std::string place = Member(path, it.key());
             Attribute a;
-            try {
-                a.title = Utf8ToGbkStrict(it.key());
-            } catch (const std::runtime_error& e) {
-                Fail(place, std::string("title not representable in GBK: ") + e.what());
-            }
+            a.title = Gbk(it.key(), place, "title");
             if (a.title.empty()) Fail(place, "the attribute title is empty");
             const Json& value = it.value();
             if (value.is_string()) {
