@@ -11,6 +11,16 @@ add_library(Vornadel SHARED ${VORNADEL_SOURCES})
 vornadel_cxx98(Vornadel)
 target_include_directories(Vornadel PUBLIC ${VORNADEL_ROOT}/src ${VORNADEL_NX_INCLUDE})
 target_link_libraries(Vornadel PUBLIC readconfig bodyinfo xls vornadel_platform)
+# NX runs a program built with Visual Studio only when it carries NX's signing resource
+# (docs/install.md, signing).
+if(VORNADEL_NX_SDK AND MSVC)
+  target_sources(Vornadel PRIVATE ${VORNADEL_NX_SDK}/NXSigningResource.res)
+endif()
 if(NOT VORNADEL_NX_SDK)
   target_link_libraries(Vornadel PUBLIC nxhost)
+  # The tests call the plug-in's functions directly, as they do on Linux where every symbol of a
+  # library is visible.
+  if(WIN32)
+    target_link_options(Vornadel PRIVATE ${VORNADEL_EXPORT_ALL})
+  endif()
 endif()

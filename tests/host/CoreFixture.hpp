@@ -7,7 +7,7 @@
 #include <string>
 
 #include <gtest/gtest.h>
-#include <unistd.h>
+#include "support/Posix.hpp"
 
 #include <NXOpen/Body.hxx>
 #include <NXOpen/Part.hxx>

@@ -1,10 +1,12 @@
-// The process environment as the plug-in sees it: GBK text, set or not set.
+// The process environment as the plug-in sees it: GBK text, set or not set. On POSIX the
+// environment is UTF-8 and the desktop is named by variables; on Windows both come from Windows.
 
 #include "platform/Environment.h"
+#include "platform/Files.h"
 
 #include <gtest/gtest.h>
 
-#include <stdlib.h>
+#include "support/Posix.hpp"
 
 #include <optional>
 #include <string>
@@ -45,6 +47,37 @@ private:
 
 class GetEnv : public EnvironmentTest {};
 class DesktopFolder : public EnvironmentTest {};
+
+#ifdef _WIN32
+
+TEST_F(GetEnv, GbkValueArrivesUnchanged) {
+    Set("VORNADEL_TEST_VALUE", "D:\\配置\\标准件");
+    bool found = false;
+    EXPECT_EQ("D:\\配置\\标准件", platform::GetEnv("VORNADEL_TEST_VALUE", &found));
+    EXPECT_TRUE(found);
+}
+
+TEST_F(GetEnv, UnsetVariableIsEmptyAndNotFound) {
+    Unset("VORNADEL_TEST_VALUE");
+    bool found = true;
+    EXPECT_EQ("", platform::GetEnv("VORNADEL_TEST_VALUE", &found));
+    EXPECT_FALSE(found);
+}
+
+TEST_F(GetEnv, FoundMayBeNull) {
+    Set("VORNADEL_TEST_VALUE", "x");
+    EXPECT_EQ("x", platform::GetEnv("VORNADEL_TEST_VALUE", nullptr));
+}
+
+// The shell's desktop folder of the user, which Windows (and Wine's prefix) makes for every user.
+TEST_F(DesktopFolder, IsTheUsersExistingDesktop) {
+    const std::string desktop = platform::DesktopFolder();
+    ASSERT_FALSE(desktop.empty());
+    EXPECT_TRUE(platform::PathExists(desktop)) << desktop;
+    EXPECT_EQ(':', desktop[1]) << desktop;
+}
+
+#else
 
 TEST_F(GetEnv, Utf8ValueArrivesAsGbk) {
     Set("VORNADEL_TEST_VALUE", u8"D:\\配置\\标准件");
@@ -100,5 +133,7 @@ TEST_F(DesktopFolder, NoneWithoutHome) {
     Unset("HOME");
     EXPECT_EQ("", platform::DesktopFolder());
 }
+
+#endif
 
 }  // namespace

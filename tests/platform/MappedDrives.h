@@ -1,9 +1,11 @@
-// A scratch folder for each test, with drives C: and D: of the path mapping pointing into it.
+// A scratch folder for each test, with drives C: and D: pointing into it: on POSIX through the
+// path mapping's drive table; on Windows, where a test cannot move a drive, W() puts the two
+// drives' paths into the scratch folder.
 #pragma once
 
 #include <gtest/gtest.h>
 
-#include <stdlib.h>
+#include "support/Posix.hpp"
 
 #include <filesystem>
 #include <fstream>
@@ -31,12 +33,23 @@ protected:
         std::filesystem::remove_all(root_, ignored);
     }
 
+    // The Windows path the plug-in forms, as the test hands it to the platform layer: unchanged on
+    // POSIX (the drive table maps it); on Windows "C:" and "D:" become the scratch folders, and
+    // any other drive stays the machine's own (E: is not there).
+    std::string W(const std::string& path) const {
+#ifdef _WIN32
+        if (path.size() >= 2 && path[1] == ':' && (path[0] == 'C' || path[0] == 'D'))
+            return (path[0] == 'C' ? C() : D()).string() + path.substr(2);
+#endif
+        return path;
+    }
+
     // The folders that drives C: and D: stand for.
     std::filesystem::path C() const { return root_ / "c"; }
     std::filesystem::path D() const { return root_ / "d"; }
 
     // A folder or file below a drive folder, named in UTF-8 as on disk.
-    static std::filesystem::path U8(const char* utf8) { return std::filesystem::path(std::string(utf8)); }
+    static std::filesystem::path U8(const char* utf8) { return std::filesystem::u8path(utf8); }
 
     static void WriteBytes(const std::filesystem::path& file, const std::string& bytes) {
         std::ofstream out(file, std::ios::binary);

@@ -47,7 +47,7 @@ protected:
     void Read(const std::string& bytes, Strings& names, Rows& rows) {
         WriteBytes(C() / "t.csv", bytes);
         ReadConfigFile table;
-        ASSERT_TRUE(table.OpenConfigFile("C:\\t.csv"));
+        ASSERT_TRUE(table.OpenConfigFile(W("C:\\t.csv")));
         names = table.GetColumnNames();
         rows = table.GetColumnValues();
     }

@@ -19,7 +19,7 @@ protected:
     // Writes bytes as C:\t.csv and opens that table.
     bool Open(const std::string& bytes) {
         WriteBytes(C() / "t.csv", bytes);
-        return table_.OpenConfigFile("C:\\t.csv");
+        return table_.OpenConfigFile(W("C:\\t.csv"));
     }
 
     ReadConfigFile table_;
@@ -247,27 +247,27 @@ TEST_F(ReadConfigFileMalformed, BinaryJunkReadsAsWhatItIs) {
 }
 
 TEST_F(ReadConfigFileLifecycle, MissingFileReadsAsEmptyTable) {
-    EXPECT_FALSE(table_.OpenConfigFile("C:\\missing.csv"));
+    EXPECT_FALSE(table_.OpenConfigFile(W("C:\\missing.csv")));
     EXPECT_TRUE(table_.GetColumnNames().empty());
     EXPECT_TRUE(table_.GetColumnValue("a").empty());
     EXPECT_TRUE(table_.GetColumnValues().empty());
 }
 
 TEST_F(ReadConfigFileLifecycle, UnmappedDriveReadsAsEmptyTable) {
-    EXPECT_FALSE(table_.OpenConfigFile("E:\\config\\standard.csv"));
+    EXPECT_FALSE(table_.OpenConfigFile(W("E:\\config\\standard.csv")));
     EXPECT_TRUE(table_.GetColumnNames().empty());
 }
 
 TEST_F(ReadConfigFileLifecycle, FolderReadsAsEmptyTable) {
     std::filesystem::create_directory(C() / "config");
-    EXPECT_FALSE(table_.OpenConfigFile("C:\\config"));
+    EXPECT_FALSE(table_.OpenConfigFile(W("C:\\config")));
     EXPECT_TRUE(table_.GetColumnNames().empty());
 }
 
 TEST_F(ReadConfigFileLifecycle, OpensChineseFileNameThroughDriveMapping) {
     std::filesystem::create_directories(D() / "MYTOOL" / U8(u8"配置"));
     WriteBytes(D() / "MYTOOL" / U8(u8"配置") / U8(u8"图层.csv"), "标准件图层,\r\n20,\r\n");
-    ASSERT_TRUE(table_.OpenConfigFile("D:\\MYTOOL\\配置\\图层.csv"));
+    ASSERT_TRUE(table_.OpenConfigFile(W("D:\\MYTOOL\\配置\\图层.csv")));
     EXPECT_EQ((Strings{"20"}), table_.GetColumnValue("标准件图层"));
 }
 
@@ -282,7 +282,7 @@ TEST_F(ReadConfigFileLifecycle, ReopeningReplacesThePreviousTable) {
     ASSERT_TRUE(Open("a\r\n1\r\n"));
     ASSERT_TRUE(Open("b\r\n2\r\n"));
     EXPECT_EQ((Strings{"b"}), table_.GetColumnNames());
-    EXPECT_FALSE(table_.OpenConfigFile("C:\\missing.csv"));
+    EXPECT_FALSE(table_.OpenConfigFile(W("C:\\missing.csv")));
     EXPECT_TRUE(table_.GetColumnNames().empty());
 }
 

@@ -1,10 +1,13 @@
 // A fixture for tests of the plug-in inside the host: a fresh NX session with a small work part,
 // a private folder tree standing for the machine's drives and per-user folders, the dialog file
 // found as NX finds it, and helpers to write GBK tables and to run the user function.
+// On Windows (under Wine) drive D: and the desktop are the Wine prefix's own: drive D: is one
+// folder for every test (the Windows tests that use it take turns), emptied after each test.
 #pragma once
 
 #include <gtest/gtest.h>
-#include <stdlib.h>
+
+#include "support/Posix.hpp"
 
 #include <filesystem>
 #include <fstream>
@@ -15,6 +18,7 @@
 
 #include "Driver.hpp"
 #include "HostSession.hpp"
+#include "platform/Environment.h"
 
 namespace vornadel_test {
 
@@ -56,12 +60,12 @@ protected:
     void SetUp() override
     {
         host::ResetSession();
-        char pattern[] = "/tmp/vornadel-test-XXXXXX";
-        ASSERT_NE(mkdtemp(pattern), nullptr);
+        std::string pattern = (fs::temp_directory_path() / "vornadel-test-XXXXXX").string();
+        ASSERT_NE(mkdtemp(pattern.data()), nullptr);
         top_ = pattern;
-        fs::create_directories(top_ / "d");
+        fs::create_directories(DriveD());
         fs::create_directories(top_ / "appdata");
-        fs::create_directories(top_ / "desktop");
+        fs::create_directories(Desktop());
         setenv("VORNADEL_DRIVES", ("D=" + (top_ / "d").string()).c_str(), 1);
         setenv("LOCALAPPDATA", (top_ / "appdata").string().c_str(), 1);
         setenv("VORNADEL_DESKTOP", (top_ / "desktop").string().c_str(), 1);
@@ -74,6 +78,10 @@ protected:
     {
         std::error_code ignored;
         fs::remove_all(top_, ignored);
+#ifdef _WIN32
+        for (const fs::directory_entry& entry : fs::directory_iterator(DriveD(), ignored))
+            fs::remove_all(entry.path(), ignored);
+#endif
         unsetenv("VORNADEL_DRIVES");
         unsetenv("LOCALAPPDATA");
         unsetenv("VORNADEL_DESKTOP");
@@ -83,9 +91,14 @@ protected:
     std::string Root() const { return (top_ / "root").string(); }
     fs::path RootDir() const { return top_ / "root"; }
     // The folder standing for drive D:.
+#ifdef _WIN32
+    fs::path DriveD() const { return "D:\\"; }
+    std::string Desktop() const { return platform::DesktopFolder(); }
+#else
     fs::path DriveD() const { return top_ / "d"; }
-    fs::path AppData() const { return top_ / "appdata"; }
     std::string Desktop() const { return (top_ / "desktop").string(); }
+#endif
+    fs::path AppData() const { return top_ / "appdata"; }
 
     // Loads a part file given as GBK text (the tests' literals), written as the UTF-8 it is.
     void LoadPart(const std::string& json)

@@ -12,8 +12,11 @@
 #include <functional>
 #include <random>
 #include <sstream>
+#ifndef _WIN32
 #include <sys/wait.h>
-#include <unistd.h>
+#endif
+
+#include "support/Posix.hpp"
 
 namespace xlstest {
 
@@ -74,7 +77,11 @@ CommandResult run(const std::string& command, const std::string& input)
     writeBytes(in, Bytes(input.begin(), input.end()));
     CommandResult result;
     int status = std::system((command + " <" + quote(in) + " >" + quote(out) + " 2>" + quote(err)).c_str());
+#ifdef _WIN32
+    result.status = status;  // the command's exit code
+#else
     result.status = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+#endif
     Bytes o = readBytes(out), e = readBytes(err);
     result.out.assign(o.begin(), o.end());
     result.err.assign(e.begin(), e.end());
@@ -255,7 +262,7 @@ Written bomCells(int rows)
 void writeWorkbook(const fs::path& from, const fs::path& to, const Written& cells, int sheetIndex)
 {
     xls::Book book;
-    ASSERT_TRUE(book.load(from.c_str())) << from << ": " << book.errorMessage();
+    ASSERT_TRUE(book.load(from.string().c_str())) << from << ": " << book.errorMessage();
     xls::Sheet* sheet = book.getSheet(sheetIndex < 0 ? book.activeSheet() : sheetIndex);
     ASSERT_NE(nullptr, sheet) << book.errorMessage();
     for (const auto& cell : cells) {
@@ -264,7 +271,7 @@ void writeWorkbook(const fs::path& from, const fs::path& to, const Written& cell
                                          reinterpret_cast<const unsigned short*>(text.data()), text.size()))
             << book.errorMessage();
     }
-    ASSERT_TRUE(book.save(to.c_str())) << book.errorMessage();
+    ASSERT_TRUE(book.save(to.string().c_str())) << book.errorMessage();
 }
 
 nlohmann::json writeAndCompare(const Bytes& file, const Written& cells)

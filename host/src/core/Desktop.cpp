@@ -1,22 +1,42 @@
-// The desktop services the host gives the plug-in on POSIX (platform/Desktop.h): the local
-// clock, which tests pin, and opening a file with its associated program, which is recorded
-// and really done (xdg-open) only when the runner asks for it.
+// The desktop services the host gives the plug-in (platform/Desktop.h): the local clock, which
+// tests pin, and opening a file with its associated program, which is recorded and really done
+// (xdg-open on POSIX, ShellExecuteA on Windows) only when the runner asks for it.
 #include <cctype>
 #include <cstdlib>
 #include <ctime>
 #include <string>
 
+#ifdef _WIN32
+#include <windows.h>
+#include <shellapi.h>
+#else
 #include <spawn.h>
 #include <sys/wait.h>
+extern char** environ;
+#endif
 
 #include "Driver.hpp"
 #include "HostSession.hpp"
 #include "core/Core.hpp"
 #include "platform/Desktop.h"
 
-extern char** environ;
-
 namespace {
+
+#ifdef _WIN32
+
+// Windows opens the path the plug-in names as it stands.
+void OpenForReal(const std::string& path) {
+    ShellExecuteA(nullptr, "open", path.c_str(), nullptr, nullptr, SW_SHOWNORMAL);
+}
+
+platform::LocalTime Now() {
+    SYSTEMTIME now;
+    ::GetLocalTime(&now);
+    return platform::LocalTime{now.wYear, now.wMonth,  now.wDay,         now.wHour,
+                               now.wMinute, now.wSecond, now.wMilliseconds};
+}
+
+#else
 
 void OpenWithXdgOpen(const std::string& path) {
     pid_t child = 0;
@@ -26,25 +46,32 @@ void OpenWithXdgOpen(const std::string& path) {
     if (posix_spawnp(&child, program, nullptr, nullptr, argv, environ) == 0) waitpid(child, nullptr, 0);
 }
 
+void OpenForReal(const std::string& path) { OpenWithXdgOpen(host::LocalPath(path)); }
+
+platform::LocalTime Now() {
+    timespec now{};
+    clock_gettime(CLOCK_REALTIME, &now);
+    std::tm local{};
+    localtime_r(&now.tv_sec, &local);
+    return platform::LocalTime{local.tm_year + 1900, local.tm_mon + 1, local.tm_mday, local.tm_hour,
+                               local.tm_min,         local.tm_sec,     static_cast<int>(now.tv_nsec / 1000000)};
+}
+
+#endif
+
 }  // namespace
 
 namespace platform {
 
 LocalTime GetLocalTime() {
     const auto& pinned = host::core::State().pinnedClock;
-    if (pinned) return *pinned;
-    timespec now{};
-    clock_gettime(CLOCK_REALTIME, &now);
-    std::tm local{};
-    localtime_r(&now.tv_sec, &local);
-    return LocalTime{local.tm_year + 1900, local.tm_mon + 1, local.tm_mday, local.tm_hour,
-                     local.tm_min,         local.tm_sec,     static_cast<int>(now.tv_nsec / 1000000)};
+    return pinned ? *pinned : Now();
 }
 
 void OpenWithAssociatedProgram(const std::string& path) {
     host::core::SessionState& state = host::core::State();
     state.openedFiles.push_back(path);
-    if (state.reallyOpenFiles) OpenWithXdgOpen(host::LocalPath(path));
+    if (state.reallyOpenFiles) OpenForReal(path);
 }
 
 }  // namespace platform

@@ -13,6 +13,9 @@
 #include <map>
 #include <sstream>
 
+#ifdef _WIN32
+#include <windows.h>
+#endif
 #include <unistd.h>
 
 #include <nlohmann/json.hpp>
@@ -601,6 +604,21 @@ NXOpen::Part* LoadWorkPart(const std::string& path) {
     return state.workPart.get();
 }
 
+namespace {
+
+// The saved copy takes the place of the part file (Windows' rename refuses an existing target).
+bool PutInPlace(const std::string& temporary, const std::string& path) {
+#ifdef _WIN32
+    if (MoveFileExA(temporary.c_str(), path.c_str(), MOVEFILE_REPLACE_EXISTING)) return true;
+    errno = EACCES;
+    return false;
+#else
+    return std::rename(temporary.c_str(), path.c_str()) == 0;
+#endif
+}
+
+}  // namespace
+
 void SaveWorkPart(const std::string& path) {
     const PartImpl* part = core::WorkPartImpl();
     if (part == nullptr) throw PartFileError(path + ": there is no work part to save");
@@ -615,7 +633,7 @@ void SaveWorkPart(const std::string& path) {
             throw PartFileError(path + ": cannot be written: " + std::strerror(errno));
         }
     }
-    if (std::rename(temporary.c_str(), path.c_str()) != 0) {
+    if (!PutInPlace(temporary, path)) {
         int error = errno;
         std::remove(temporary.c_str());
         throw PartFileError(path + ": cannot be written: " + std::strerror(error));

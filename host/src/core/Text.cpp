@@ -1,12 +1,16 @@
 // GBK <-> UTF-8 at the host's edges (part files, NXString's UTF-8 side, the runner's output),
-// and the host's one reader and writer of UTF-8 sequences. glibc's iconv converter "GBK" is the
-// code page of a Chinese Windows (CP936).
+// and the host's one reader and writer of UTF-8 sequences. On POSIX glibc's iconv converter "GBK"
+// is the code page of a Chinese Windows (CP936); on Windows it is that code page itself.
 #include <cerrno>
 #include <cstdio>
 #include <stdexcept>
 #include <string>
 
+#ifdef _WIN32
+#include <windows.h>
+#else
 #include <iconv.h>
+#endif
 
 #include "HostSession.hpp"
 
@@ -60,6 +64,8 @@ std::string DescribeCharacter(const std::string& utf8, size_t at) {
     return text;
 }
 
+#ifndef _WIN32
+
 // One iconv descriptor per direction and thread, reset before each use.
 class Converter {
 public:
@@ -111,17 +117,90 @@ Converter& Utf8ToGbkConverter() {
     return converter;
 }
 
+// Each character that cannot be converted is handed to onBad with its byte offset; onBad returns
+// how many input bytes to skip and appends its replacement to the output (or throws).
+template <typename OnBad>
+std::string FromGbk(const std::string& gbk, OnBad onBad) {
+    return GbkToUtf8Converter().Run(gbk, onBad);
+}
+
+template <typename OnBad>
+std::string ToGbk(const std::string& utf8, OnBad onBad) {
+    return Utf8ToGbkConverter().Run(utf8, onBad);
+}
+
+#else
+
+const UINT kGbk = 936;
+
+// Character by character through UTF-16, so that a character without a form in the other
+// encoding is found exactly as iconv finds it.
+template <typename OnBad>
+std::string FromGbk(const std::string& gbk, OnBad onBad) {
+    std::string out;
+    for (size_t at = 0; at < gbk.size();) {
+        const size_t length = IsDBCSLeadByteEx(kGbk, static_cast<BYTE>(gbk[at])) ? 2 : 1;
+        wchar_t wide[2];
+        const int n = at + length <= gbk.size()
+                          ? MultiByteToWideChar(kGbk, MB_ERR_INVALID_CHARS, gbk.data() + at, static_cast<int>(length), wide, 2)
+                          : 0;
+        if (n == 1) {
+            AppendUtf8(out, wide[0]);
+            at += length;
+        } else {
+            size_t skip = onBad(at, out);
+            at += skip < gbk.size() - at ? skip : gbk.size() - at;
+        }
+    }
+    return out;
+}
+
+template <typename OnBad>
+std::string ToGbk(const std::string& utf8, OnBad onBad) {
+    std::string out;
+    for (size_t at = 0; at < utf8.size();) {
+        unsigned long code = 0;
+        const size_t length = DecodeUtf8(utf8, at, code);
+        char bytes[8];
+        int n = 0;
+        if (length > 0) {
+            wchar_t wide[2];
+            int units = 1;
+            if (code >= 0x10000) {
+                wide[0] = static_cast<wchar_t>(0xD800 + ((code - 0x10000) >> 10));
+                wide[1] = static_cast<wchar_t>(0xDC00 + ((code - 0x10000) & 0x3FF));
+                units = 2;
+            } else {
+                wide[0] = static_cast<wchar_t>(code);
+            }
+            BOOL usedDefault = FALSE;
+            n = WideCharToMultiByte(kGbk, WC_NO_BEST_FIT_CHARS, wide, units, bytes, sizeof bytes, nullptr, &usedDefault);
+            if (usedDefault) n = 0;
+        }
+        if (n > 0) {
+            out.append(bytes, static_cast<size_t>(n));
+            at += length;
+        } else {
+            size_t skip = onBad(at, out);
+            at += skip < utf8.size() - at ? skip : utf8.size() - at;
+        }
+    }
+    return out;
+}
+
+#endif
+
 }  // namespace
 
 std::string GbkToUtf8(const std::string& gbk) {
-    return GbkToUtf8Converter().Run(gbk, [](size_t, std::string& out) {
+    return FromGbk(gbk, [](size_t, std::string& out) {
         out += kReplacementUtf8;
         return size_t{1};
     });
 }
 
 std::string Utf8ToGbk(const std::string& utf8) {
-    return Utf8ToGbkConverter().Run(utf8, [&utf8](size_t at, std::string& out) {
+    return ToGbk(utf8, [&utf8](size_t at, std::string& out) {
         out += '?';
         return Utf8SequenceLength(static_cast<unsigned char>(utf8[at]));
     });
@@ -156,7 +235,7 @@ void AppendUtf8(std::string& out, unsigned long codePoint) {
 }
 
 std::string Utf8ToGbkStrict(const std::string& utf8) {
-    return Utf8ToGbkConverter().Run(utf8, [&utf8](size_t at, std::string&) -> size_t {
+    return ToGbk(utf8, [&utf8](size_t at, std::string&) -> size_t {
         throw std::runtime_error(DescribeCharacter(utf8, at) + " has no GBK form");
     });
 }
