@@ -21,7 +21,9 @@ TEST(RunnerExport, AWorkbookThatCannotBeSavedIsReportedWithTheWorkbooksMessage) 
         (runnertest::BinaryFolder() / "vornadel-host").string(), "run", "--drive", "C=" + (scratch / "c").string(),
         "--localappdata", "C:\\appdata", "--time", "2000-01-01T00:00:00", "-e", "folder C:\\out", "-e",
         "press button01"};
-    const int status = runnertest::Spawn(args, {}, "/dev/null", (scratch / "out").string(), (scratch / "err").string(),
+    // The plug-in's dialog object is left behind when the exception passes its ufusr, as in NX
+    // (the DLL goes with it): a leak by design, which the sanitizer build must not count here.
+    const int status = runnertest::Spawn(args, {"ASAN_OPTIONS=detect_leaks=0"}, "/dev/null", (scratch / "out").string(), (scratch / "err").string(),
                                          runnertest::SourceFolder().string());
     const std::string out = runnertest::ReadText(scratch / "out");
     const std::string err = runnertest::ReadText(scratch / "err");
