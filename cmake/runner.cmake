@@ -9,9 +9,14 @@ target_include_directories(vornadel-host-core
 # The bundled samples and dialog file are found in the checkout the runner was built from.
 target_compile_definitions(vornadel-host-core PRIVATE VORNADEL_SOURCE_DIR="${VORNADEL_ROOT}")
 target_link_libraries(vornadel-host-core PUBLIC nxhost ${CMAKE_DL_LIBS})
+if(WIN32)
+  # CommandLineToArgvW: the arguments as the wide command line gives them.
+  target_link_libraries(vornadel-host-core PUBLIC shell32)
+endif()
 
 add_executable(vornadel-host ${VORNADEL_ROOT}/apps/vornadel-host/main.cpp)
 vornadel_cxx17(vornadel-host)
 target_link_libraries(vornadel-host PRIVATE vornadel-host-core)
-# The runner loads libVornadel.so at run time, as NX loads the DLL; build it with the runner.
+# The runner loads the plug-in (libVornadel.so, Vornadel.dll) at run time, as NX loads the DLL;
+# build it with the runner.
 add_dependencies(vornadel-host Vornadel)

@@ -1,5 +1,6 @@
 #include "Options.hpp"
 
+#include "Platform.hpp"
 #include "Script.hpp"
 
 #include <cctype>
@@ -101,6 +102,7 @@ Options ParseArguments(const std::vector<std::string>& args) {
         } else if (arg == "--config") {
             options.configRoot = list.Value(arg);
         } else if (arg == "--drive") {
+            if (!kMapsDrives) throw UsageError("--drive maps nothing on Windows: the plug-in uses the machine's own drives");
             const std::string value = list.Value(arg);
             if (value.size() < 3 || value[1] != '=' || !std::isalpha(static_cast<unsigned char>(value[0]))) {
                 throw UsageError("--drive needs X=DIR (a drive letter and a folder), not \"" + value + "\"");
@@ -109,6 +111,7 @@ Options ParseArguments(const std::vector<std::string>& args) {
         } else if (arg == "--localappdata") {
             options.localAppData = list.Value(arg);
         } else if (arg == "--desktop") {
+            if (!kMapsDrives) throw UsageError("--desktop is not for Windows: the desktop is the user's own desktop folder");
             options.desktop = list.Value(arg);
         } else if (arg == "--time") {
             const std::string value = list.Value(arg);
@@ -158,21 +161,21 @@ Options ParseArguments(const std::vector<std::string>& args) {
 }
 
 std::string UsageText() {
-    return std::string("usage: vornadel-host [run] [PART.part.json] [options]\n"
-           "  --config ROOT          configuration root (the NX variable VDConfig)\n"
-           "  --drive X=DIR          map drive X: to the folder DIR (repeatable)\n"
-           "  --localappdata DIR     the per-user folder LOCALAPPDATA\n"
-           "  --desktop DIR          the desktop folder\n"
+    const std::string mapped = kMapsDrives ? "  --drive X=DIR          map drive X: to the folder DIR (repeatable)\n" : "";
+    const std::string desktop = kMapsDrives ? "  --desktop DIR          the desktop folder\n" : "";
+    return "usage: vornadel-host [run] [PART.part.json] [options]\n"
+           "  --config ROOT          configuration root (the NX variable VDConfig)\n" +
+           mapped + "  --localappdata DIR     the per-user folder LOCALAPPDATA\n" + desktop +
            "  --time YYYY-MM-DDTHH:MM:SS.mmm   pin the local clock\n"
            "  --script FILE          run the commands of FILE (\"-\": standard input)\n"
            "  -e COMMAND             run one command (repeatable)\n"
            "  --save                 save the work part over the part file after the run\n"
            "  --save-as OUT.part.json  save the work part to OUT after the run\n"
            "  --format text|tsv      output for people (default) or for programs\n"
-           "  --plugin FILE          the plug-in library (default: libVornadel.so beside the runner)\n"
+           "  --plugin FILE          the plug-in library (default: " + kDefaultPlugin + " beside the runner)\n"
            "  --open                 really open the files the plug-in opens\n"
            "Without a script or -e the commands come from the terminal. See docs/runner.md.\n"
-           "Commands:\n") +
+           "Commands:\n" +
            CommandHelp();
 }
 

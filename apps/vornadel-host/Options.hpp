@@ -32,7 +32,7 @@ struct Options {
     bool save = false;                      // --save: the part file that was run is overwritten
     std::optional<std::string> saveAs;      // --save-as OUT: the work part is written to OUT
     Format format = Format::Text;
-    std::optional<std::string> plugin;      // --plugin FILE; default: libVornadel.so beside the runner
+    std::optional<std::string> plugin;      // --plugin FILE; default: kDefaultPlugin beside the runner
     bool reallyOpen = false;                // --open
 };
 

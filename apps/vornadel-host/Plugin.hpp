@@ -5,6 +5,8 @@
 #include <stdexcept>
 #include <string>
 
+#include "Platform.hpp"
+
 namespace runner {
 
 // A library that cannot be loaded or lacks ufusr; what() names the file and the cause.
@@ -15,7 +17,8 @@ public:
 
 class Plugin {
 public:
-    // dlopen, as NX loads the DLL. Throws PluginError.
+    // Loads the library (LoadLibraryW on Windows, as NX loads the DLL; dlopen on POSIX). Throws
+    // PluginError.
     explicit Plugin(const std::string& path);
     // Unloads the library if it is still loaded (NX ending), calling ufusr_cleanup first when
     // the library has ufusr_ask_unload.
@@ -34,8 +37,7 @@ public:
 private:
     void Unload();
 
-    std::string path_;
-    void* handle_ = nullptr;
+    SharedLibrary library_;
     void (*ufusr_)(char*, int*, int) = nullptr;
     int (*askUnload_)() = nullptr;
     void (*cleanup_)() = nullptr;

@@ -13,6 +13,7 @@
 #include "Driver.hpp"
 #include "HostSession.hpp"
 #include "Output.hpp"
+#include "Platform.hpp"
 #include "Plugin.hpp"
 #include "Script.hpp"
 #include "Snapshot.hpp"
@@ -282,7 +283,12 @@ private:
             switch (c.show) {
             case ShowWhat::Tree: printer_.Tree(ReadTree(Shown(dialog))); break;
             case ShowWhat::Selection: printer_.TreeState(ReadTreeState(Shown(dialog))); break;
-            case ShowWhat::Blocks: printer_.Blocks(Shown(dialog).Title(), dialog->Blocks()); break;
+            case ShowWhat::Blocks: {
+                // Shown() first: it refuses the command when no dialog is shown.
+                const std::string title = Shown(dialog).Title();
+                printer_.Blocks(title, dialog->Blocks());
+                break;
+            }
             case ShowWhat::Messages: printer_.Messages(host::Messages()); break;
             case ShowWhat::Part:
                 if (host::WorkPart() == nullptr) throw ScriptError("no work part is loaded");
@@ -315,13 +321,13 @@ private:
 
 bool IsFolder(const std::string& path) {
     std::error_code ec;
-    return !path.empty() && fs::is_directory(path, ec);
+    return !path.empty() && fs::is_directory(fs::u8path(path), ec);
 }
 
 std::string Absolute(const std::string& path) {
     std::error_code ec;
-    const fs::path absolute = fs::absolute(path, ec);
-    return ec ? path : absolute.lexically_normal().string();
+    const fs::path absolute = fs::absolute(fs::u8path(path), ec);
+    return ec ? path : absolute.lexically_normal().u8string();
 }
 
 // VORNADEL_DRIVES: the bundled drive D, then the process's own table, then --drive. A later
@@ -341,7 +347,7 @@ std::string LocalAppData(const Options& options) {
     const char* home = getenv("HOME");
     const std::string folder = std::string(home ? home : ".") + "/.local/share/vornadel";
     std::error_code ec;
-    fs::create_directories(folder, ec);
+    fs::create_directories(fs::u8path(folder), ec);
     return folder;
 }
 
@@ -372,7 +378,7 @@ std::unique_ptr<CommandSource> MakeSource(const Options& options, std::istream& 
     std::string text;
     if (options.scriptFile && *options.scriptFile != "-") {
         name = *options.scriptFile;
-        std::ifstream file(name, std::ios::binary);
+        std::ifstream file(fs::u8path(name), std::ios::binary);
         if (!file) throw ScriptError("vornadel-host: cannot read the script " + name);
         text = ReadAll(file);
     } else {
@@ -385,17 +391,18 @@ std::unique_ptr<CommandSource> MakeSource(const Options& options, std::istream& 
 
 Installation FindInstallation() {
     Installation installation;
-    std::error_code ec;
-    const fs::path exe = fs::read_symlink("/proc/self/exe", ec);
-    installation.runnerFolder = ec ? std::string(".") : exe.parent_path().string();
+    const std::string exePath = ExecutablePath();
+    const fs::path exe = fs::u8path(exePath);
+    installation.runnerFolder = exePath.empty() ? std::string(".") : exe.parent_path().u8string();
     const std::string compiled = VORNADEL_SOURCE_DIR;
-    const std::string beside = ec ? std::string() : exe.parent_path().parent_path().parent_path().string();
+    const std::string beside = exePath.empty() ? std::string() : exe.parent_path().parent_path().parent_path().u8string();
     if (IsFolder(compiled + "/samples")) {
         installation.sourceRoot = compiled;
     } else if (IsFolder(beside + "/samples")) {
         installation.sourceRoot = beside;
     } else {
-        installation.sourceRoot = fs::current_path(ec).string();
+        std::error_code ec;
+        installation.sourceRoot = fs::current_path(ec).u8string();
     }
     return installation;
 }
@@ -421,7 +428,7 @@ int Run(const Options& options, const Installation& installation, std::istream& 
     const std::string sample = installation.sourceRoot + "/samples/parts/A100.part.json";
     const std::string partFile = options.part ? *options.part : sample;
     std::error_code ec;
-    if (options.save && fs::equivalent(partFile, sample, ec)) {
+    if (options.save && fs::equivalent(fs::u8path(partFile), fs::u8path(sample), ec)) {
         err << "vornadel-host: --save would overwrite the bundled sample part; use --save-as OUT.part.json\n";
         return kExitUsage;
     }
@@ -437,17 +444,17 @@ int Run(const Options& options, const Installation& installation, std::istream& 
     // The machine the plug-in runs on: NX's environment, the process environment, the clock.
     const std::string configRoot = options.configRoot ? *options.configRoot : installation.sourceRoot + "/samples";
     host::SetEnvironmentVariable("VDConfig", host::Utf8ToGbk(configRoot));
-    setenv("VORNADEL_DRIVES", DriveTable(options, installation).c_str(), 1);
+    if (kMapsDrives) SetProcessVariable("VORNADEL_DRIVES", DriveTable(options, installation));
     // The plug-in reports a missing configuration in its own words, which do not say which
     // folder it looked in: the runner says so first.
-    const std::string configFolder = host::LocalPath(host::Utf8ToGbk(configRoot));
+    const std::string configFolder = kMapsDrives ? host::LocalPath(host::Utf8ToGbk(configRoot)) : configRoot;
     if (!IsFolder(configFolder)) {
         err << "vornadel-host: the configuration root (VDConfig) " << configRoot;
         if (configFolder != configRoot) err << " (" << configFolder << ")";
         err << " is not an existing folder\n";
     }
-    setenv("LOCALAPPDATA", LocalAppData(options).c_str(), 1);
-    if (options.desktop) setenv("VORNADEL_DESKTOP", options.desktop->c_str(), 1);
+    SetProcessVariable("LOCALAPPDATA", LocalAppData(options));
+    if (options.desktop) SetProcessVariable("VORNADEL_DESKTOP", *options.desktop);
     if (options.time) host::PinClock(*options.time);
     host::SetReallyOpenFiles(options.reallyOpen);
     // NX finds Vornadel.dlx in its application folder; the host finds it in the checkout.
@@ -467,7 +474,7 @@ int Run(const Options& options, const Installation& installation, std::istream& 
         std::unique_ptr<Plugin> plugin;
         try {
             plugin = std::make_unique<Plugin>(options.plugin ? *options.plugin
-                                                             : installation.runnerFolder + "/libVornadel.so");
+                                                             : installation.runnerFolder + "/" + kDefaultPlugin);
         } catch (const PluginError& e) {
             err << "vornadel-host: " << e.what() << '\n';
             status = kExitFailed;

@@ -20,7 +20,7 @@ enum ExitStatus {
 // Where the runner finds what it bundles.
 struct Installation {
     std::string sourceRoot;    // holds samples/ and dialog/
-    std::string runnerFolder;  // holds the default plug-in libVornadel.so
+    std::string runnerFolder;  // holds the default plug-in (kDefaultPlugin)
 };
 
 // The installation of the running executable: the source root compiled in when it still holds

@@ -39,11 +39,12 @@ private:
     std::vector<size_t> rest_;
 };
 
-std::optional<long> ParseInteger(const std::string& text, long min, long max) {
+// long long: a tag runs up to UINT_MAX, which a long of Windows does not hold.
+std::optional<long long> ParseInteger(const std::string& text, long long min, long long max) {
     if (text.empty()) return std::nullopt;
     errno = 0;
     char* end = nullptr;
-    const long value = std::strtol(text.c_str(), &end, 10);
+    const long long value = std::strtoll(text.c_str(), &end, 10);
     if (errno != 0 || *end != '\0' || value < min || value > max || text[0] == '+' || IsBlank(text[0])) {
         return std::nullopt;
     }
@@ -57,7 +58,7 @@ RowAddress Row(const std::string& text) {
 }
 
 int Column(const std::string& text) {
-    const std::optional<long> column = ParseInteger(text, 0, INT_MAX);
+    const std::optional<long long> column = ParseInteger(text, 0, INT_MAX);
     if (!column) throw ScriptError("\"" + text + "\" is not a column number (0 or more)");
     return static_cast<int>(*column);
 }
@@ -65,7 +66,7 @@ int Column(const std::string& text) {
 std::vector<unsigned int> Tags(const Words& words, size_t first) {
     std::vector<unsigned int> tags;
     for (size_t i = first; i < words.Count(); ++i) {
-        const std::optional<long> tag = ParseInteger(words[i], 1, UINT_MAX);
+        const std::optional<long long> tag = ParseInteger(words[i], 1, UINT_MAX);
         if (!tag) throw ScriptError("\"" + words[i] + "\" is not a body tag");
         tags.push_back(static_cast<unsigned int>(*tag));
     }
@@ -81,11 +82,11 @@ void ExpectWords(const Words& words, size_t min, size_t max, const char* usage) 
 std::optional<RowAddress> ParseRow(const std::string& text) {
     const size_t dot = text.find('.');
     RowAddress row;
-    const std::optional<long> top = ParseInteger(text.substr(0, dot), 1, INT_MAX);
+    const std::optional<long long> top = ParseInteger(text.substr(0, dot), 1, INT_MAX);
     if (!top) return std::nullopt;
     row.top = static_cast<int>(*top);
     if (dot != std::string::npos) {
-        const std::optional<long> child = ParseInteger(text.substr(dot + 1), 1, INT_MAX);
+        const std::optional<long long> child = ParseInteger(text.substr(dot + 1), 1, INT_MAX);
         if (!child) return std::nullopt;
         row.child = static_cast<int>(*child);
     }
@@ -149,7 +150,7 @@ std::optional<Command> ParseLine(const std::string& rawLine, int lineNumber) {
         ExpectWords(words, 3, 3, "menu <row> <itemId>");
         c.kind = CommandKind::Menu;
         c.row = Row(words[1]);
-        const std::optional<long> item = ParseInteger(words[2], INT_MIN, INT_MAX);
+        const std::optional<long long> item = ParseInteger(words[2], INT_MIN, INT_MAX);
         if (!item) throw ScriptError("\"" + words[2] + "\" is not a menu item id");
         c.menuItem = static_cast<int>(*item);
     } else if (name == "show") {
