@@ -34,9 +34,10 @@ function(vornadel_wine_fixtures)
   # The kit's check runs no Windows program.
   list(REMOVE_ITEM tests wine_start wine_stop nxkit_layout)
   set_tests_properties(${tests} PROPERTIES FIXTURES_REQUIRED wine)
-  # Drive D: of the prefix is one folder: the tests of the plug-in that use it take turns.
-  foreach(test config_tests editing_tests crossbuild_tests)
-    if(test IN_LIST tests)
+  # Drive D: of the prefix is one folder, and so are the user's desktop and the transcripts'
+  # C:\VDConfig: the tests of the plug-in that use them take turns.
+  foreach(test ${tests})
+    if(test MATCHES "^(config_tests|editing_tests|crossbuild_tests|transcript_.*)$")
       set_tests_properties(${test} PROPERTIES RESOURCE_LOCK wine-drive-d)
     endif()
   endforeach()

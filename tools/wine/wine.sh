@@ -39,6 +39,15 @@ case "$action" in
                 if [ -L "$link" ]; then rm "$link"; mkdir "$link"; fi
             done
         fi
+        # The user's desktop folder (what SHGetSpecialFolderPathA gives for CSIDL_DESKTOPDIRECTORY)
+        # is C:\Users\designer\Desktop, the desktop of the runner's transcripts on every platform.
+        if [ ! -d "$WINEPREFIX/drive_c/users/designer/Desktop" ]; then
+            mkdir -p "$WINEPREFIX/drive_c/users/designer/Desktop"
+            for key in 'User Shell Folders' 'Shell Folders'; do
+                wine reg add "HKCU\\Software\\Microsoft\\Windows\\CurrentVersion\\Explorer\\$key" \
+                    /v Desktop /d 'C:\Users\designer\Desktop' /f
+            done
+        fi
         # Drive D: is a folder beside the prefix (the plug-in reads D:\MYTOOL\config\TK\Layerwrk.txt);
         # the prefix has no other drive but C: and Z:.
         mkdir -p "$build/wine-drive-d"

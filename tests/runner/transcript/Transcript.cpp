@@ -1,7 +1,8 @@
 // vornadel-transcript: runs one script through vornadel-host --format tsv and compares what it
 // prints with the expected transcript beside the script (NAME.txt -> NAME.expected).
 //
-// usage: vornadel-transcript --runner EXE --source DIR --bin DIR --scratch DIR [--update] SCRIPT
+// usage: vornadel-transcript --runner EXE --source DIR --bin DIR --scratch DIR [--testplugin FILE]
+//                            [--update] SCRIPT
 //
 // The script's leading comment lines may say how to run it:
 //   # part: PATH                 the part file (default: the runner's bundled sample part)
@@ -9,12 +10,18 @@
 //   # env: NAME=VALUE...         process environment of the run
 //   # exit: N                    the expected exit status (default 0)
 //   # remove: PATH               a file removed before the run (e.g. from the configuration copy)
-// In these lines {source}, {bin} and {scratch} stand for the folders given on the command line.
-// The scratch folder is emptied first. The run gets a Windows user of its own, so that the paths
-// it prints are the same in every checkout: drive C: is {scratch}/c, LOCALAPPDATA is
-// C:\Users\designer\AppData\Local and the desktop C:\Users\designer\Desktop (both made).
-// Unless the options give --config, the configuration root is C:\VDConfig, a copy of the bundled
-// samples/config, so that a run that rewrites a table never touches the checkout.
+// In these lines {source}, {bin}, {scratch} and {testplugin} stand for what the command line gives,
+// and {drive-c} for the folder that is drive C: of the run. The scratch folder is emptied first.
+// The run gets a Windows user of its own, so that the paths it prints are the same in every
+// checkout and on every platform: LOCALAPPDATA is C:\Users\designer\AppData\Local and the
+// desktop C:\Users\designer\Desktop (both made empty). Unless the options give --config, the
+// configuration root is C:\VDConfig, a copy of the bundled samples/config, so that a run that
+// rewrites a table never touches the checkout. On POSIX drive C: is {scratch}/c and the runner
+// maps it (--drive), drive D: is the runner's bundled samples/drive-d. On Windows the runner maps
+// nothing: drives C: and D: are the machine's own (under Wine those of the test prefix, whose
+// user's desktop folder is C:\Users\designer\Desktop), so the driver fills D: with a copy of
+// samples/drive-d before the run and leaves the user's folders, C:\VDConfig and D: empty after it;
+// the tests that use them take turns.
 // Unless the options say otherwise the clock is pinned to 2000-01-01T00:00:00.000. With --update
 // the expected transcript is rewritten from the run.
 // Exit status: 0 same, 1 different, 2 the run could not be made.
@@ -130,8 +137,35 @@ void ReportDifferences(const std::string& expected, const std::string& actual) {
 }
 
 int Usage() {
-    std::cerr << "usage: vornadel-transcript --runner EXE --source DIR --bin DIR --scratch DIR [--update] SCRIPT\n";
+    std::cerr << "usage: vornadel-transcript --runner EXE --source DIR --bin DIR --scratch DIR [--testplugin FILE] "
+                 "[--update] SCRIPT\n";
     return 2;
+}
+
+#ifdef _WIN32
+const bool kOwnDrives = true;
+#else
+const bool kOwnDrives = false;
+#endif
+
+// The folders of the run's Windows user and drives that the driver makes, as they are on disk.
+struct Machine {
+    std::string driveC;  // the folder that is drive C:, without a trailing slash
+    std::vector<fs::path> ownFolders() const {
+        const fs::path user = fs::u8path(driveC + "/Users/designer");
+        std::vector<fs::path> folders = {user / "AppData/Local", user / "Desktop", fs::u8path(driveC + "/VDConfig")};
+        if (kOwnDrives) folders.push_back("D:/");
+        return folders;
+    }
+};
+
+// Empties the user's folders, the configuration copy and (Windows) drive D:, keeping the folders.
+void EmptyOwnFolders(const Machine& machine) {
+    for (const fs::path& folder : machine.ownFolders()) {
+        std::error_code ec;
+        for (const fs::directory_entry& entry : fs::directory_iterator(folder, ec)) fs::remove_all(entry.path(), ec);
+        fs::create_directories(folder, ec);
+    }
 }
 
 }  // namespace
@@ -160,31 +194,40 @@ int main(int argc, char** argv) {
     const fs::path scratch = fs::absolute(given["scratch"]);
     std::error_code ec;
     fs::remove_all(scratch, ec);
-    fs::create_directories(scratch / "c/Users/designer/AppData/Local");
-    fs::create_directories(scratch / "c/Users/designer/Desktop");
-    const std::map<std::string, std::string> folders = {
-        {"{source}", given["source"]}, {"{bin}", given["bin"]}, {"{scratch}", scratch.string()}};
+    fs::create_directories(scratch);
+    const Machine machine{kOwnDrives ? std::string("C:") : (scratch / "c").u8string()};
+    EmptyOwnFolders(machine);
+    const std::map<std::string, std::string> folders = {{"{source}", given["source"]},
+                                                        {"{bin}", given["bin"]},
+                                                        {"{scratch}", scratch.u8string()},
+                                                        {"{testplugin}", given["testplugin"]},
+                                                        {"{drive-c}", machine.driveC}};
 
     if (!fs::exists(script)) {
         std::cerr << "vornadel-transcript: no script " << script << '\n';
         return 2;
     }
     const Header header = ReadHeader(ReadText(script), folders);
-    fs::create_directories(scratch / "c/VDConfig");
-    fs::copy(fs::path(given["source"]) / "samples/config", scratch / "c/VDConfig/config", fs::copy_options::recursive);
+    const fs::path source = fs::u8path(given["source"]);
+    fs::copy(source / "samples/config", fs::u8path(machine.driveC + "/VDConfig/config"), fs::copy_options::recursive);
+    if (kOwnDrives) fs::copy(source / "samples/drive-d", "D:/", fs::copy_options::recursive);
     for (const std::string& path : header.remove) fs::remove(fs::u8path(path));
-    std::vector<std::string> args = {given["runner"], "run"};
+    std::vector<std::string> args = {fs::absolute(fs::u8path(given["runner"])).u8string(), "run"};
     if (!header.part.empty()) args.push_back(header.part);
-    args.insert(args.end(), {"--drive", "C=" + (scratch / "c").string(), "--localappdata",
-                             "C:\\Users\\designer\\AppData\\Local", "--desktop", "C:\\Users\\designer\\Desktop"});
+    if (!kOwnDrives) {
+        args.insert(args.end(), {"--drive", "C=" + machine.driveC, "--desktop", "C:\\Users\\designer\\Desktop"});
+    }
+    args.insert(args.end(), {"--localappdata", "C:\\Users\\designer\\AppData\\Local"});
     if (!Has(header.options, "--time")) args.insert(args.end(), {"--time", "2000-01-01T00:00:00.000"});
     if (!Has(header.options, "--config")) args.insert(args.end(), {"--config", "C:\\VDConfig"});
     args.insert(args.end(), header.options.begin(), header.options.end());
     args.insert(args.end(), {"--format", "tsv", "--script", script});
 
-    const std::string outFile = (scratch / "actual.tsv").string();
-    const std::string errFile = (scratch / "stderr.txt").string();
-    const int status = Spawn(args, header.env, "/dev/null", outFile, errFile);
+    const std::string outFile = (scratch / "actual.tsv").u8string();
+    const std::string errFile = (scratch / "stderr.txt").u8string();
+    const int status = Spawn(args, header.env, runnertest::kNullDevice, outFile, errFile);
+    // What a run on the machine's own drives leaves there goes; the scratch folder keeps its own.
+    if (kOwnDrives) EmptyOwnFolders(machine);
     if (status < 0 || status == 127) {
         std::cerr << "vornadel-transcript: could not run " << args[0] << '\n';
         return 2;
