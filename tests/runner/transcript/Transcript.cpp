@@ -148,20 +148,13 @@ const bool kOwnDrives = true;
 const bool kOwnDrives = false;
 #endif
 
-// The folders of the run's Windows user and drives that the driver makes, as they are on disk.
-struct Machine {
-    std::string driveC;  // the folder that is drive C:, without a trailing slash
-    std::vector<fs::path> ownFolders() const {
-        const fs::path user = fs::u8path(driveC + "/Users/designer");
-        std::vector<fs::path> folders = {user / "AppData/Local", user / "Desktop", fs::u8path(driveC + "/VDConfig")};
-        if (kOwnDrives) folders.push_back("D:/");
-        return folders;
-    }
-};
-
-// Empties the user's folders, the configuration copy and (Windows) drive D:, keeping the folders.
-void EmptyOwnFolders(const Machine& machine) {
-    for (const fs::path& folder : machine.ownFolders()) {
+// Empties the run user's folders, the configuration copy and (Windows) drive D:, keeping the
+// folders. driveC is the folder that is drive C: (no trailing slash).
+void EmptyOwnFolders(const std::string& driveC) {
+    const fs::path user = fs::u8path(driveC + "/Users/designer");
+    std::vector<fs::path> folders = {user / "AppData/Local", user / "Desktop", fs::u8path(driveC + "/VDConfig")};
+    if (kOwnDrives) folders.push_back("D:/");
+    for (const fs::path& folder : folders) {
         std::error_code ec;
         for (const fs::directory_entry& entry : fs::directory_iterator(folder, ec)) fs::remove_all(entry.path(), ec);
         fs::create_directories(folder, ec);
@@ -195,13 +188,14 @@ int main(int argc, char** argv) {
     std::error_code ec;
     fs::remove_all(scratch, ec);
     fs::create_directories(scratch);
-    const Machine machine{kOwnDrives ? std::string("C:") : (scratch / "c").u8string()};
-    EmptyOwnFolders(machine);
-    const std::map<std::string, std::string> folders = {{"{source}", given["source"]},
-                                                        {"{bin}", given["bin"]},
-                                                        {"{scratch}", scratch.u8string()},
-                                                        {"{testplugin}", given["testplugin"]},
-                                                        {"{drive-c}", machine.driveC}};
+    const std::string driveC = kOwnDrives ? std::string("C:") : (scratch / "c").u8string();
+    EmptyOwnFolders(driveC);
+    std::map<std::string, std::string> folders = {{"{source}", given["source"]},
+                                                  {"{bin}", given["bin"]},
+                                                  {"{scratch}", scratch.u8string()},
+                                                  {"{drive-c}", driveC}};
+    // Without --testplugin, "{testplugin}" stays as it is and the runner names it.
+    if (given.count("testplugin") != 0) folders["{testplugin}"] = given["testplugin"];
 
     if (!fs::exists(script)) {
         std::cerr << "vornadel-transcript: no script " << script << '\n';
@@ -209,13 +203,13 @@ int main(int argc, char** argv) {
     }
     const Header header = ReadHeader(ReadText(script), folders);
     const fs::path source = fs::u8path(given["source"]);
-    fs::copy(source / "samples/config", fs::u8path(machine.driveC + "/VDConfig/config"), fs::copy_options::recursive);
+    fs::copy(source / "samples/config", fs::u8path(driveC + "/VDConfig/config"), fs::copy_options::recursive);
     if (kOwnDrives) fs::copy(source / "samples/drive-d", "D:/", fs::copy_options::recursive);
     for (const std::string& path : header.remove) fs::remove(fs::u8path(path));
     std::vector<std::string> args = {fs::absolute(fs::u8path(given["runner"])).u8string(), "run"};
     if (!header.part.empty()) args.push_back(header.part);
     if (!kOwnDrives) {
-        args.insert(args.end(), {"--drive", "C=" + machine.driveC, "--desktop", "C:\\Users\\designer\\Desktop"});
+        args.insert(args.end(), {"--drive", "C=" + driveC, "--desktop", "C:\\Users\\designer\\Desktop"});
     }
     args.insert(args.end(), {"--localappdata", "C:\\Users\\designer\\AppData\\Local"});
     if (!Has(header.options, "--time")) args.insert(args.end(), {"--time", "2000-01-01T00:00:00.000"});
@@ -227,13 +221,13 @@ int main(int argc, char** argv) {
     const std::string errFile = (scratch / "stderr.txt").u8string();
     const int status = Spawn(args, header.env, runnertest::kNullDevice, outFile, errFile);
     // What a run on the machine's own drives leaves there goes; the scratch folder keeps its own.
-    if (kOwnDrives) EmptyOwnFolders(machine);
+    if (kOwnDrives) EmptyOwnFolders(driveC);
     if (status < 0 || status == 127) {
         std::cerr << "vornadel-transcript: could not run " << args[0] << '\n';
         return 2;
     }
     const std::string actual = ReadText(outFile);
-    const std::string expectedFile = (fs::path(script).parent_path() / fs::path(script).stem()).string() + ".expected";
+    const std::string expectedFile = fs::path(script).replace_extension(".expected").string();
 
     bool same = true;
     if (status != header.exit) {
