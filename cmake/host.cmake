@@ -3,6 +3,12 @@
 # session.
 find_path(NLOHMANN_JSON_INCLUDE nlohmann/json.hpp REQUIRED)
 file(GLOB_RECURSE NXHOST_SOURCES CONFIGURE_DEPENDS ${VORNADEL_ROOT}/host/src/*.cpp)
+# The dialog windows: real windows on Windows, the host's own elsewhere.
+if(WIN32)
+  list(FILTER NXHOST_SOURCES EXCLUDE REGEX "/WindowsSimulated\\.cpp$")
+else()
+  list(FILTER NXHOST_SOURCES EXCLUDE REGEX "/WindowsWin32\\.cpp$")
+endif()
 # The rules of NX 8.5's dialog-file form (host/src/ui/DlxRules.tsv) go into the host as text.
 set(NXHOST_DLX_RULES ${VORNADEL_ROOT}/host/src/ui/DlxRules.tsv)
 set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${NXHOST_DLX_RULES})
@@ -20,5 +26,5 @@ if(WIN32)
   # defines them, so it compiles them undecorated and exports everything it defines.
   target_compile_definitions(nxhost PRIVATE WNT_STATIC_LINK)
   target_link_options(nxhost PRIVATE ${VORNADEL_EXPORT_ALL})
-  target_link_libraries(nxhost PUBLIC shell32)
+  target_link_libraries(nxhost PUBLIC shell32 user32)
 endif()

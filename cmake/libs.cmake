@@ -1,4 +1,5 @@
-# The operating-system part of the platform layer (paths and files, environment, code pages):
+# The operating-system part of the platform layer (paths and files, environment, code pages, and
+# on Windows the dialog windows on screen, which inside the host are its real windows):
 # a static library linked into the plug-in and into readconfig, so that the table reader opens
 # a table through the same path mapping as the plug-in without depending on the plug-in. Each
 # binary keeps its copy to itself (hidden symbols), as a static library inside a DLL does.
@@ -7,6 +8,7 @@ file(GLOB PLATFORM_OS_SOURCES CONFIGURE_DEPENDS ${VORNADEL_ROOT}/src/platform/co
 if(WIN32)
   list(APPEND PLATFORM_OS_SOURCES
     ${VORNADEL_ROOT}/src/platform/win32/CodePage.cpp
+    ${VORNADEL_ROOT}/src/platform/win32/DialogWindows.cpp
     ${VORNADEL_ROOT}/src/platform/win32/Environment.cpp
     ${VORNADEL_ROOT}/src/platform/win32/Files.cpp)
 else()
@@ -18,7 +20,7 @@ vornadel_cxx98(vornadel_platform)
 set_target_properties(vornadel_platform PROPERTIES CXX_VISIBILITY_PRESET hidden VISIBILITY_INLINES_HIDDEN ON)
 target_include_directories(vornadel_platform PUBLIC ${VORNADEL_ROOT}/src)
 if(WIN32)
-  target_link_libraries(vornadel_platform PUBLIC shell32)
+  target_link_libraries(vornadel_platform PUBLIC shell32 user32)
 endif()
 
 # The two libraries that ship beside the plug-in as DLLs of their own.

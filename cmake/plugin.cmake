@@ -1,7 +1,8 @@
 # The plug-in: Vornadel (Vornadel.dll in NX; libVornadel.so in the host), everything under src/.
 # The operating-system part of the platform layer comes from vornadel_platform (cmake/libs.cmake).
-# The parts of the platform that the desktop session offers (clock, opening files, dialog
-# windows) are Win32 inside NX; inside the host they come from the host.
+# The parts of the platform that the desktop session offers (clock, opening files) are Win32
+# inside NX; inside the host they come from the host. The dialog windows are Win32 on Windows
+# (vornadel_platform) and the host's on POSIX.
 file(GLOB_RECURSE VORNADEL_SOURCES CONFIGURE_DEPENDS ${VORNADEL_ROOT}/src/*.cpp)
 list(FILTER VORNADEL_SOURCES EXCLUDE REGEX "/src/platform/(common|posix|win32)/")
 if(WIN32 AND VORNADEL_NX_SDK)

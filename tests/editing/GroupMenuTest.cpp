@@ -11,6 +11,10 @@
 #include "EditingFixture.hpp"
 #include "editing/GroupMenu.h"
 
+#ifdef _WIN32
+#include <windows.h>
+#endif
+
 using namespace editing_test;
 
 namespace {
@@ -317,5 +321,61 @@ TEST_F(GroupMenu, CollectChildWindowsWalksTheDialogDepthFirst)
         EXPECT_EQ(live.Blocks().size(), list.size()) << "one window per block";
     });
 }
+
+#ifdef _WIN32
+// On Windows the menu finds and clicks real windows with the real window calls: a spy subclasses
+// windows and records the mouse messages their procedures receive.
+std::map<HWND, WNDPROC> g_spied;
+std::map<HWND, std::vector<UINT>> g_mouse;
+
+LRESULT CALLBACK Spy(HWND window, UINT message, WPARAM wParam, LPARAM lParam)
+{
+    if (message == WM_LBUTTONDOWN || message == WM_LBUTTONUP)
+        g_mouse[window].push_back(message);
+    return CallWindowProcA(g_spied[window], window, message, wParam, lParam);
+}
+
+void SpyOn(void* handle)
+{
+    HWND window = static_cast<HWND>(handle);
+    ASSERT_TRUE(IsWindow(window)) << "a real window";
+    g_spied[window] = reinterpret_cast<WNDPROC>(SetWindowLongPtrA(window, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(&Spy)));
+}
+
+TEST_F(GroupMenu, OnWindowsAddToGroupClicksTheGroupButtonsRealWindow)
+{
+    g_spied.clear();
+    g_mouse.clear();
+    host::QueueSelectionAnswer(NXOpen::Selection::ResponseOk, {5001});
+    void* button = nullptr;
+    WithDialog([&](Vornadel& dialog, host::LiveDialog& live) {
+        button = WindowWithText("设置组");
+        SpyOn(button);
+        live.RightClick(RowNode(dialog.tree_control0, 3), 0);
+        EXPECT_TRUE(live.ChooseMenuItem(kAddToGroup));
+    });
+    std::map<HWND, std::vector<UINT>> expected = {{static_cast<HWND>(button), {WM_LBUTTONDOWN, WM_LBUTTONUP}}};
+    EXPECT_EQ(expected, g_mouse) << "SendMessageA delivered the click to the button's window procedure";
+    EXPECT_EQ("G1", GroupIdOf(5001)) << "the selected body joined the clicked row's group";
+}
+
+TEST_F(GroupMenu, OnWindowsOnlyTheFirstRealWindowWithTheLabelGetsTheClick)
+{
+    g_spied.clear();
+    g_mouse.clear();
+    void* tree = nullptr;
+    WithDialog([&](Vornadel& dialog, host::LiveDialog& live) {
+        SpyOn(WindowWithText("设置组"));
+        dialog.tree_control0->SetLabel("设置组");
+        tree = WindowWithText("设置组");
+        SpyOn(tree);
+        live.RightClick(RowNode(dialog.tree_control0, 3), 0);
+        EXPECT_TRUE(live.ChooseMenuItem(kAddToGroup));
+    });
+    std::map<HWND, std::vector<UINT>> expected = {{static_cast<HWND>(tree), {WM_LBUTTONDOWN, WM_LBUTTONUP}}};
+    EXPECT_EQ(expected, g_mouse) << "the tree's window, first depth first, got the click; the button's none";
+    EXPECT_TRUE(host::SelectionRequests().empty());
+}
+#endif
 
 }  // namespace

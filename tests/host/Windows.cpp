@@ -9,6 +9,10 @@
 #include "UiFixture.hpp"
 #include "platform/Desktop.h"
 
+#ifdef _WIN32
+#include <windows.h>
+#endif
+
 namespace {
 
 using namespace NXOpen::BlockStyler;
@@ -214,5 +218,83 @@ TEST_F(DialogWindows, WindowsViewShowsTheDialogWindow) {
         EXPECT_EQ(3u, windows[0].children.size()) << "its children are the top-level groups";
     });
 }
+
+#ifdef _WIN32
+// On Windows the host's windows are real: the window calls above are the plug-in's Win32 ones, and
+// the windows answer Win32's own questions too.
+
+std::string ClassOf(HWND window) {
+    char name[256] = "";
+    GetClassNameA(window, name, sizeof name);
+    return name;
+}
+
+// The messages a window's procedure receives, recorded by subclassing it, as a spy program would.
+std::vector<UINT> g_received;
+WNDPROC g_original = nullptr;
+
+LRESULT CALLBACK Recorder(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    g_received.push_back(message);
+    return CallWindowProcA(g_original, window, message, wParam, lParam);
+}
+
+TEST_F(DialogWindows, OnWindowsTheDialogWindowsAreRealWindows) {
+    HWND top = NULL;
+    ShowWith([&](host::LiveDialog&) {
+        top = FindWindowA("#32770", title_.c_str());
+        ASSERT_NE(nullptr, top) << "Win32 FindWindowA finds the dialog's window";
+        EXPECT_EQ(top, platform::FindTopLevelWindow(kDialogClass, title_.c_str()));
+        EXPECT_EQ("#32770", ClassOf(top)) << "Win32: the standard dialog class";
+        EXPECT_FALSE(IsWindowVisible(top)) << "host choice: never shown on the desktop";
+        HWND button = static_cast<HWND>(FindByText(title_, caption_));
+        ASSERT_TRUE(IsWindow(button));
+        EXPECT_EQ("Button", ClassOf(button)) << "a block's window class is named like its NX class";
+        EXPECT_EQ(top, GetAncestor(button, GA_ROOT)) << "Win32: the button's window lies inside the dialog's";
+        HWND group = GetParent(button);
+        EXPECT_NE(top, group) << "the button sits in its group's window";
+        EXPECT_EQ("Group", ClassOf(group));
+        char text[64] = "";
+        GetWindowTextA(button, text, sizeof text);
+        EXPECT_EQ(caption_, text) << "Win32: the caption in the system code page";
+        dialog_->TopBlock()->FindBlock("button04")->SetLabel("新标签");
+        GetWindowTextA(button, text, sizeof text);
+        EXPECT_EQ("新标签", std::string(text)) << "a new label is the window's text at once";
+        dialog_->TopBlock()->SetLabel("新标题");
+        EXPECT_EQ(top, FindWindowA("#32770", "新标题")) << "a new title is found by the new title";
+    });
+    EXPECT_FALSE(IsWindow(top)) << "Win32: the window is destroyed when the dialog closes";
+}
+
+TEST_F(DialogWindows, OnWindowsTheClickReachesTheButtonsWindowProcedure) {
+    ShowWith([&](host::LiveDialog&) {
+        HWND button = static_cast<HWND>(FindByText(title_, caption_));
+        g_received.clear();
+        g_original = reinterpret_cast<WNDPROC>(SetWindowLongPtrA(button, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(&Recorder)));
+        ASSERT_NE(nullptr, g_original);
+        Click(button);
+        SetWindowLongPtrA(button, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(g_original));
+    });
+    std::vector<UINT> messages = {WM_LBUTTONDOWN, WM_LBUTTONUP};
+    EXPECT_EQ(messages, g_received) << "Win32: SendMessageA delivers both messages to the window";
+    std::vector<std::string> expected = {"update button04"};
+    EXPECT_EQ(expected, events_) << "the window procedure runs the update handler";
+}
+
+TEST_F(DialogWindows, OnWindowsAnExceptionOfTheUpdateHandlerReachesTheCallerOfSendMessage) {
+    struct Thrower {
+        int update(UIBlock*) { throw std::runtime_error("update failed"); }
+    } thrower;
+    dialog_->AddUpdateHandler(NXOpen::make_callback(&thrower, &Thrower::update));
+    std::string caught;
+    ShowWith([&](host::LiveDialog&) {
+        try {
+            Click(FindByText(title_, caption_));
+        } catch (const std::runtime_error& e) {
+            caught = e.what();
+        }
+    });
+    EXPECT_EQ("update failed", caught) << "as on POSIX, the exception passes through SendMessageA";
+}
+#endif
 
 }  // namespace

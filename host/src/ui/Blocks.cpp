@@ -35,7 +35,7 @@ Property Field(const char* name, T& field) {
 std::vector<Property> PropertiesOf(BlockImpl& b) {
     std::vector<Property> list = {
         {"BlockID", [&b] { return Value(b.id); }, nullptr},
-        Field("Label", b.label),
+        {"Label", [&b] { return Value(b.label); }, [&b](const Value& v) { b.SetLabel(std::get<std::string>(v)); }},
         Field("Show", b.show),
         Field("Enable", b.enable),
         Field("Expanded", b.expanded),
@@ -134,8 +134,8 @@ void UIBlock::SetExpanded(bool expanded) { Impl(this).expanded = expanded; }
 bool UIBlock::Group() { return Impl(this).group; }
 void UIBlock::SetGroup(bool group) { Impl(this).group = group; }
 NXString UIBlock::Label() { return NXString(Impl(this).label); }
-void UIBlock::SetLabel(const NXString& label) { Impl(this).label = label.GetLocaleText(); }
-void UIBlock::SetLabel(const char* label) { Impl(this).label = Text(label); }
+void UIBlock::SetLabel(const NXString& label) { Impl(this).SetLabel(label.GetLocaleText()); }
+void UIBlock::SetLabel(const char* label) { Impl(this).SetLabel(Text(label)); }
 bool UIBlock::Show() { return Impl(this).show; }
 void UIBlock::SetShow(bool show) { Impl(this).show = show; }
 

@@ -112,6 +112,11 @@ BlockImpl::BlockImpl(DialogImpl& owner, const std::string& cls, const std::strin
 
 BlockImpl::~BlockImpl() = default;
 
+void BlockImpl::SetLabel(const std::string& text) {
+    label = text;
+    LabelChanged(*this);
+}
+
 BlockImpl& Impl(NXOpen::BlockStyler::UIBlock* block) {
     BlockImpl* impl = dynamic_cast<BlockImpl*>(block);
     if (impl == nullptr) Fail("not a block of a dialog");

@@ -53,6 +53,8 @@ public:
     BlockImpl(DialogImpl& dialog, const std::string& className, const std::string& id, const std::string& label);
     virtual ~BlockImpl();
     virtual NXOpen::BlockStyler::UIBlock* Ui() = 0;
+    // A new label; a window of the block shows it at once.
+    void SetLabel(const std::string& text);
 
     DialogImpl& dialog;
     std::string className;  // NX Open class: "StringBlock", "Tree", ...
@@ -253,6 +255,21 @@ struct Window {
 // Creates the windows of a dialog that is being shown / removes them when it closes.
 void OpenWindows(DialogImpl& dialog);
 void CloseWindows(DialogImpl& dialog);
+// The label of a block (or the dialog's title) has changed: its window shows it unless its text
+// was changed on the window itself.
+void LabelChanged(BlockImpl& block);
+// A mouse message reaching a window: a left button down then up presses a usable button.
+void ReceiveMouse(Window& window, unsigned int message);
+Window* FindWindowByHandle(void* handle);
+// The top-level windows of the shown dialogs, in creation order.
+const std::vector<Window*>& TopLevelWindows();
+
+// What each system does for the windows (WindowsSimulated.cpp on POSIX, WindowsWin32.cpp on
+// Windows): make the system's window for w, a child of parent (NULL: a top-level window), and
+// return its handle; destroy a top-level window with its descendants; show w's text anew.
+void* CreateSystemWindow(Window& w, void* parent);
+void DestroySystemWindow(Window& topLevel);
+void ShowWindowText(Window& w);
 
 // ---------------------------------------------------------------------------------------------
 // Dialogs

@@ -1,11 +1,12 @@
-// The dialog's windows as FindWindowA, FindWindowExA, GetWindowTextA and SendMessageA see them on
-// Windows: while a dialog is shown, a top-level window of class "#32770" titled like the dialog,
-// with one child window per block, nested like the blocks, whose text is the block's label. A
-// left button down then up on a button's window presses the button: its update handler runs
-// inside SendMessage, as the button's window procedure would run it.
+// The dialog's windows as FindWindowA, FindWindowExA, GetWindowTextA and SendMessageA see them:
+// while a dialog is shown, a top-level window of class "#32770" titled like the dialog, with one
+// child window per block, nested like the blocks, of the block's class and with the block's label
+// as text. A left button down then up on a button's window presses the button: its update
+// handler runs inside SendMessage, as the button's window procedure would run it.
+// This file keeps the windows of every shown dialog; the system's own windows are made by
+// WindowsSimulated.cpp (POSIX: the host answers the window calls itself) or WindowsWin32.cpp
+// (Windows: real windows, found and clicked through the real calls).
 #include <algorithm>
-#include <cstdint>
-#include <cstring>
 #include <unordered_map>
 
 #include "platform/Desktop.h"
@@ -17,7 +18,6 @@ namespace {
 struct Registry {
     std::vector<Window*> topLevel;  // in creation order
     std::unordered_map<void*, Window*> byHandle;
-    std::uintptr_t nextHandle = 0x10010;
 };
 
 Registry& Windows() {
@@ -25,19 +25,18 @@ Registry& Windows() {
     return *registry;
 }
 
-Window* Find(void* handle) {
-    auto found = Windows().byHandle.find(handle);
-    return found == Windows().byHandle.end() ? nullptr : found->second;
+// The system's window for w, known by its handle from now on.
+void Create(Window& w, void* parent) {
+    w.handle = CreateSystemWindow(w, parent);
+    Windows().byHandle[w.handle] = &w;
 }
 
-std::unique_ptr<Window> Make(DialogImpl& dialog, BlockImpl* block) {
-    Registry& r = Windows();
-    void* handle = reinterpret_cast<void*>(r.nextHandle);
-    r.nextHandle += 4;
-    auto w = std::unique_ptr<Window>(new Window{handle, block ? block->className : "#32770", dialog, block, {}, false, std::nullopt});
-    r.byHandle[handle] = w.get();
-    for (BlockImpl* member : (block ? block : dialog.top.get())->members) w->children.push_back(Make(dialog, member));
-    return w;
+void CreateChildren(Window& w) {
+    for (BlockImpl* member : (w.block ? w.block : w.dialog.top.get())->members) {
+        w.children.push_back(std::unique_ptr<Window>(new Window{nullptr, member->className, w.dialog, member, {}, false, std::nullopt}));
+        Create(*w.children.back(), w.handle);
+        CreateChildren(*w.children.back());
+    }
 }
 
 void Forget(Window& w) {
@@ -45,12 +44,12 @@ void Forget(Window& w) {
     for (std::unique_ptr<Window>& child : w.children) Forget(*child);
 }
 
-// FindWindowA and FindWindowExA(NULL, ...) go through top-level windows from the top of the
-// Z order: the dialog shown last comes first.
-std::vector<Window*> ZOrder() {
-    std::vector<Window*> order = Windows().topLevel;
-    std::reverse(order.begin(), order.end());
-    return order;
+Window* WindowOf(Window& w, const BlockImpl& block) {
+    if (w.block == &block) return &w;
+    for (std::unique_ptr<Window>& child : w.children) {
+        if (Window* found = WindowOf(*child, block)) return found;
+    }
+    return nullptr;
 }
 
 WindowView View(const Window& w) {
@@ -68,8 +67,16 @@ std::string Window::Text() const {
 
 void OpenWindows(DialogImpl& dialog) {
     if (dialog.window) return;
-    dialog.window = Make(dialog, nullptr);
+    auto top = std::unique_ptr<Window>(new Window{nullptr, "#32770", dialog, nullptr, {}, false, std::nullopt});
+    Create(*top, nullptr);
+    dialog.window = std::move(top);
     Windows().topLevel.push_back(dialog.window.get());
+    try {
+        CreateChildren(*dialog.window);
+    } catch (...) {
+        CloseWindows(dialog);
+        throw;
+    }
 }
 
 void CloseWindows(DialogImpl& dialog) {
@@ -77,8 +84,34 @@ void CloseWindows(DialogImpl& dialog) {
     std::vector<Window*>& top = Windows().topLevel;
     top.erase(std::remove(top.begin(), top.end(), dialog.window.get()), top.end());
     Forget(*dialog.window);
+    DestroySystemWindow(*dialog.window);
     dialog.window.reset();
 }
+
+void LabelChanged(BlockImpl& block) {
+    DialogImpl& dialog = block.dialog;
+    if (!dialog.window) return;
+    Window* w = &block == dialog.top.get() ? dialog.window.get() : WindowOf(*dialog.window, block);
+    if (w != nullptr && !w->ownText) ShowWindowText(*w);
+}
+
+// A button that is hidden or disabled (itself or a group around it) ignores the click.
+void ReceiveMouse(Window& w, unsigned int message) {
+    if (message == platform::WM_LBUTTONDOWN_MESSAGE) {
+        w.buttonDown = true;
+    } else if (message == platform::WM_LBUTTONUP_MESSAGE && w.buttonDown) {
+        w.buttonDown = false;
+        auto* button = dynamic_cast<ButtonImpl*>(w.block);
+        if (button != nullptr && Unusable(*button) == nullptr) w.dialog.Update(*button);
+    }
+}
+
+Window* FindWindowByHandle(void* handle) {
+    auto found = Windows().byHandle.find(handle);
+    return found == Windows().byHandle.end() ? nullptr : found->second;
+}
+
+const std::vector<Window*>& TopLevelWindows() { return Windows().topLevel; }
 
 }  // namespace host::ui
 
@@ -91,61 +124,11 @@ std::vector<WindowView> Windows() {
 }
 
 bool ChangeWindowText(void* handle, const std::string& text) {
-    ui::Window* w = ui::Find(handle);
+    ui::Window* w = ui::FindWindowByHandle(handle);
     if (w == nullptr) return false;
     w->ownText = text;
+    ui::ShowWindowText(*w);
     return true;
 }
 
 }  // namespace host
-
-namespace platform {
-
-WindowHandle FindTopLevelWindow(const char* className, const char* title) {
-    for (host::ui::Window* w : host::ui::ZOrder()) {
-        if ((className == NULL || w->className == className) && (title == NULL || w->Text() == title)) return w->handle;
-    }
-    return NULL;
-}
-
-WindowHandle FindChildWindow(WindowHandle parent, WindowHandle after) {
-    std::vector<host::ui::Window*> level;
-    if (parent == NULL) {
-        level = host::ui::ZOrder();
-    } else if (host::ui::Window* p = host::ui::Find(parent)) {
-        for (std::unique_ptr<host::ui::Window>& child : p->children) level.push_back(child.get());
-    }
-    auto it = level.begin();
-    if (after != NULL) {
-        it = std::find_if(level.begin(), level.end(), [after](host::ui::Window* w) { return w->handle == after; });
-        if (it != level.end()) ++it;
-    }
-    return it == level.end() ? NULL : (*it)->handle;
-}
-
-// GetWindowTextA copies at most size - 1 bytes and a NUL; an unknown window reads as empty.
-int ReadWindowText(WindowHandle window, char* buffer, int size) {
-    if (buffer == NULL || size <= 0) return 0;
-    host::ui::Window* w = host::ui::Find(window);
-    std::string text = w ? w->Text() : std::string();
-    size_t n = std::min(text.size(), static_cast<size_t>(size - 1));
-    std::memcpy(buffer, text.data(), n);
-    buffer[n] = '\0';
-    return static_cast<int>(n);
-}
-
-// A button that is hidden or disabled (itself or a group around it) ignores the click.
-long SendWindowMessage(WindowHandle window, unsigned int message, unsigned long, long) {
-    host::ui::Window* w = host::ui::Find(window);
-    if (w == nullptr) return 0;
-    if (message == WM_LBUTTONDOWN_MESSAGE) {
-        w->buttonDown = true;
-    } else if (message == WM_LBUTTONUP_MESSAGE && w->buttonDown) {
-        w->buttonDown = false;
-        auto* button = dynamic_cast<host::ui::ButtonImpl*>(w->block);
-        if (button != nullptr && host::ui::Unusable(*button) == nullptr) w->dialog.Update(*button);
-    }
-    return 0;
-}
-
-}  // namespace platform
