@@ -35,9 +35,11 @@ function(vornadel_wine_fixtures)
   list(REMOVE_ITEM tests wine_start wine_stop nxkit_layout)
   set_tests_properties(${tests} PROPERTIES FIXTURES_REQUIRED wine)
   # Drive D: of the prefix is one folder, and so are the user's desktop and the transcripts'
-  # C:\VDConfig: the tests of the plug-in that use them take turns.
+  # C:\VDConfig; the dialogs' windows are real windows on the prefix's one desktop, where a test
+  # that looks for a window by its title would find another test's. The tests that use any of
+  # them take turns.
   foreach(test ${tests})
-    if(test MATCHES "^(config_tests|editing_tests|crossbuild_tests|transcript_.*)$")
+    if(test MATCHES "^(host_tests|config_tests|editing_tests|crossbuild_tests|transcript_.*|runner_win_.*)$")
       set_tests_properties(${test} PROPERTIES RESOURCE_LOCK wine-drive-d)
     endif()
   endforeach()
