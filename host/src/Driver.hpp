@@ -66,6 +66,7 @@ public:
     using std::runtime_error::runtime_error;
 };
 
+// Part file paths are UTF-8 (on Windows too).
 // Loads a part file and makes it the work part (the previous work part is discarded).
 // Throws PartFileError; the session is unchanged then.
 NXOpen::Part* LoadWorkPart(const std::string& path);

@@ -146,6 +146,16 @@ TEST_F(PartFile, SaveLeavesNoTemporaryFile) {
     EXPECT_EQ(2, files) << "host: only the loaded and the saved file";
 }
 
+TEST_F(PartFile, PathsAreUtf8OnEverySystem) {
+    LoadSmallMould();
+    const std::filesystem::path file = folder_ / std::filesystem::u8path(u8"模具 A100.part.json");
+    host::SaveWorkPart(file.u8string());
+    ASSERT_TRUE(std::filesystem::exists(file)) << "saved under its Chinese name";
+    std::ifstream in(file, std::ios::binary);
+    EXPECT_EQ(std::string(kSmallMould), std::string(std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()));
+    EXPECT_NE(nullptr, host::LoadWorkPart(file.u8string())) << "and loaded from it";
+}
+
 TEST_F(PartFile, SaveIntoAMissingFolderFailsAndNamesTheFile) {
     LoadSmallMould();
     std::string target = (folder_ / "no-such-folder" / "saved.part.json").string();

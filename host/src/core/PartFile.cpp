@@ -235,8 +235,8 @@ private:
 
     std::string Read() const {
         std::error_code ignored;
-        if (std::filesystem::is_directory(file_, ignored)) throw PartFileError(file_ + ": cannot be read: it is a folder");
-        std::ifstream in(file_, std::ios::binary);
+        if (std::filesystem::is_directory(std::filesystem::u8path(file_), ignored)) throw PartFileError(file_ + ": cannot be read: it is a folder");
+        std::ifstream in(std::filesystem::u8path(file_), std::ios::binary);
         if (!in) throw PartFileError(file_ + ": cannot be read: " + std::strerror(errno));
         std::ostringstream bytes;
         bytes << in.rdbuf();
@@ -607,9 +607,9 @@ NXOpen::Part* LoadWorkPart(const std::string& path) {
 namespace {
 
 // The saved copy takes the place of the part file (Windows' rename refuses an existing target).
-bool PutInPlace(const std::string& temporary, const std::string& path) {
+bool PutInPlace(const std::filesystem::path& temporary, const std::filesystem::path& path) {
 #ifdef _WIN32
-    if (MoveFileExA(temporary.c_str(), path.c_str(), MOVEFILE_REPLACE_EXISTING)) return true;
+    if (MoveFileExW(temporary.c_str(), path.c_str(), MOVEFILE_REPLACE_EXISTING)) return true;
     errno = EACCES;
     return false;
 #else
@@ -623,19 +623,21 @@ void SaveWorkPart(const std::string& path) {
     const PartImpl* part = core::WorkPartImpl();
     if (part == nullptr) throw PartFileError(path + ": there is no work part to save");
     const std::string text = Writer(path).Write(*part);
-    const std::string temporary = path + ".saving-" + std::to_string(getpid());
+    const std::filesystem::path temporary = std::filesystem::u8path(path + ".saving-" + std::to_string(getpid()));
+    std::error_code ignored;
     {
         std::ofstream out(temporary, std::ios::binary | std::ios::trunc);
         out << text;
         out.close();
         if (!out) {
-            std::remove(temporary.c_str());
-            throw PartFileError(path + ": cannot be written: " + std::strerror(errno));
+            int error = errno;
+            std::filesystem::remove(temporary, ignored);
+            throw PartFileError(path + ": cannot be written: " + std::strerror(error));
         }
     }
-    if (!PutInPlace(temporary, path)) {
+    if (!PutInPlace(temporary, std::filesystem::u8path(path))) {
         int error = errno;
-        std::remove(temporary.c_str());
+        std::filesystem::remove(temporary, ignored);
         throw PartFileError(path + ": cannot be written: " + std::strerror(error));
     }
 }
