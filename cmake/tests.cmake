@@ -14,7 +14,7 @@ endfunction()
 # has the areas that run on Windows so far; the others are Linux only.
 if(WIN32)
   set(VORNADEL_TEST_FRAGMENTS)
-  foreach(area platform host config editing nxkit crossbuild)
+  foreach(area platform host config editing nxkit crossbuild xls commands stdparts)
     list(APPEND VORNADEL_TEST_FRAGMENTS ${VORNADEL_ROOT}/cmake/tests-${area}.cmake)
   endforeach()
 else()
