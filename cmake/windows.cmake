@@ -35,7 +35,8 @@ function(vornadel_wine_fixtures)
   list(REMOVE_ITEM tests wine_start wine_stop nxkit_layout)
   set_tests_properties(${tests} PROPERTIES FIXTURES_REQUIRED wine)
   # Drive D: of the prefix is one folder: the tests of the plug-in that use it take turns.
-  foreach(test config_tests editing_tests crossbuild_tests)
+  foreach(test config_tests editing_tests crossbuild_tests commands_tests stdparts_tests
+               stdparts_tests_numerical_mass_props)
     if(test IN_LIST tests)
       set_tests_properties(${test} PROPERTIES RESOURCE_LOCK wine-drive-d)
     endif()
