@@ -177,7 +177,7 @@ CommandResult run(const std::string& command, const std::string& input)
     const fs::path in = dir.path() / "in", out = dir.path() / "out", err = dir.path() / "err";
     writeBytes(in, Bytes(input.begin(), input.end()));
     CommandResult result;
-    const std::string redirected = command + " <" + quote(in) + " >" + quote(out) + " 2>" + quote(err);
+    const std::string redirected = "(" + command + "\n) <" + quote(in) + " >" + quote(out) + " 2>" + quote(err);
 #ifdef _WIN32
     // Under Wine cmd.exe cannot start a Linux program, but CreateProcess can, given its Linux path;
     // the process handle does not follow it, though. So sh runs the command and leaves its exit
