@@ -268,7 +268,7 @@ TEST(XlsSave, AFailedSaveLeavesTheTargetAsItWas)
     const fs::path folder = dir / "target.xls";
     fs::create_directories(folder / "inside");
     EXPECT_FALSE(book.save(osPath(folder).c_str()));
-    EXPECT_NE(std::string(""), book.errorMessage());
+    EXPECT_EQ(0u, std::string(book.errorMessage()).find("cannot replace the workbook: ")) << book.errorMessage();
     EXPECT_TRUE(fs::is_directory(folder / "inside"));
     EXPECT_EQ(1, std::distance(fs::directory_iterator(dir.path()), fs::directory_iterator()))
         << "the temporary file is removed";

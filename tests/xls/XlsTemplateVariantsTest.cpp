@@ -10,7 +10,6 @@
 #include <gtest/gtest.h>
 
 #include <cctype>
-#include <cstdlib>
 #include <set>
 
 using namespace xlstest;
