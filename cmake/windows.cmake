@@ -39,7 +39,7 @@ function(vornadel_wine_fixtures)
   # that looks for a window by its title would find another test's. The tests that use any of
   # them take turns.
   foreach(test ${tests})
-    if(test MATCHES "^(host_tests|config_tests|editing_tests|crossbuild_tests|transcript_.*|runner_win_.*)$")
+    if(test MATCHES "^(host_tests|config_tests|editing_tests|crossbuild_tests|commands_tests|stdparts_tests.*|transcript_.*|runner_win_.*)$")
       set_tests_properties(${test} PROPERTIES RESOURCE_LOCK wine-drive-d)
     endif()
   endforeach()

@@ -757,18 +757,25 @@ bool Book::save(const char* path)
             return false;
         }
         if (rename(temporary.c_str(), path) != 0) {
+            int renameErrno = errno;
 #if defined(_WIN32)
             // The Windows C runtime does not rename onto an existing file: the old file steps
-            // aside under a temporary name until the new one has taken its place.
-            const std::string aside = temporary + ".old";
-            const bool moved = rename(path, aside.c_str()) == 0;
-            if (moved && rename(temporary.c_str(), path) == 0) {
-                remove(aside.c_str());
-                return true;
+            // aside under a temporary name until the new one has taken its place. Only a file
+            // does (the C runtime opens no folder): a folder in the way stays where it is.
+            FILE* existing = fopen(path, "rb");
+            if (existing != NULL) {
+                fclose(existing);
+                const std::string aside = temporary + ".old";
+                const bool moved = rename(path, aside.c_str()) == 0;
+                if (moved && rename(temporary.c_str(), path) == 0) {
+                    remove(aside.c_str());
+                    return true;
+                }
+                renameErrno = errno;
+                if (moved) rename(aside.c_str(), path);
             }
-            if (moved) rename(aside.c_str(), path);
 #endif
-            error_ = std::string("cannot replace the workbook: ") + strerror(errno);
+            error_ = std::string("cannot replace the workbook: ") + strerror(renameErrno);
             remove(temporary.c_str());
             return false;
         }

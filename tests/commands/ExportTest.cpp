@@ -220,6 +220,7 @@ TEST_F(Export, ATemplateTheWorkbookCannotLoadStillEndsAsASuccessWithTheBareCopy)
 
 TEST_F(Export, AFailedSaveThrowsTheWorkbooksMessageAsAPlainStringPastUpdateCb)
 {
+    VORNADEL_NEEDS_DISK_FULL();
     LoadMould();
     // The copy of the template fits on the disk, the filled workbook does not.
     const size_t templateSize = fs::file_size(TemplatePath());

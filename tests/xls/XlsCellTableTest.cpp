@@ -163,7 +163,7 @@ TEST(XlsCellTable, KeepsTheRowRecordsOfTheTemplate)
 TEST(XlsCellTable, IndexPointsAtEachDbcellAndDimensionsCoverTheCells)
 {
     xls::Book book;
-    ASSERT_TRUE(book.load(bundledTemplate().c_str()));
+    ASSERT_TRUE(book.load(osPath(bundledTemplate()).c_str()));
     for (int r = 6; r < 106; ++r) ASSERT_TRUE(book.getSheet(0)->writeStr(r, 1, L"顶针"));
     std::vector<unsigned char> out;
     ASSERT_TRUE(book.saveBuffer(out));

@@ -62,7 +62,7 @@ std::vector<bool> writeCells(const Bytes& file, int sheetIndex, const Written& c
         const std::wstring text(c.second.begin(), c.second.end());
         results.push_back(sheet != nullptr && sheet->writeStr(c.first.first, c.first.second, text.c_str()));
     }
-    EXPECT_TRUE(book.save((dir / "out.xls").c_str())) << book.errorMessage();
+    EXPECT_TRUE(book.save(osPath(dir / "out.xls").c_str())) << book.errorMessage();
     return results;
 }
 

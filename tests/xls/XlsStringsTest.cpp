@@ -75,7 +75,7 @@ TEST(XlsStrings, ManyDistinctStringsSpanSeveralContinueRecords)
 TEST(XlsStrings, ReusesAStringTheTableHasAlready)
 {
     xls::Book book;
-    ASSERT_TRUE(book.load(bundledTemplate().c_str()));
+    ASSERT_TRUE(book.load(osPath(bundledTemplate()).c_str()));
     std::vector<unsigned char> before, after;
     ASSERT_TRUE(book.saveBuffer(before));
     xls::Sheet* sheet = book.getSheet(0);
@@ -90,7 +90,7 @@ TEST(XlsStrings, ReusesAStringTheTableHasAlready)
 TEST(XlsStrings, OverwritingAStringCellKeepsTheCellCount)
 {
     xls::Book book;
-    ASSERT_TRUE(book.load(bundledTemplate().c_str()));
+    ASSERT_TRUE(book.load(osPath(bundledTemplate()).c_str()));
     std::vector<unsigned char> before, after;
     ASSERT_TRUE(book.saveBuffer(before));
     ASSERT_TRUE(book.getSheet(0)->writeStr(1, 0, L"改过的标签"));  // A2 holds a string already

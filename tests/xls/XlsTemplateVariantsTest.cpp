@@ -10,7 +10,6 @@
 #include <gtest/gtest.h>
 
 #include <cctype>
-#include <cstdlib>
 #include <set>
 
 using namespace xlstest;
@@ -25,19 +24,8 @@ class XlsTemplateVariants : public ::testing::TestWithParam<std::string> {
 protected:
     void SetUp() override
     {
-        const char* old = std::getenv("VORNADEL_DRIVES");
-        hadDrives_ = old != nullptr;
-        saved_ = hadDrives_ ? old : "";
-        setenv("VORNADEL_DRIVES", ("X=" + dir_.path().u8string()).c_str(), 1);
         template_ = GetParam() == "bundled" ? bundledTemplate() : dataDir() / GetParam();
-        fs::copy_file(template_, dir_ / "t.xls");
-    }
-    void TearDown() override
-    {
-        if (hadDrives_)
-            setenv("VORNADEL_DRIVES", saved_.c_str(), 1);
-        else
-            unsetenv("VORNADEL_DRIVES");
+        fs::copy_file(template_, x_.folder() / "t.xls");
     }
 
     // The 11 head cells, then per part row column 0 and the 11 columns, as the export writes them.
@@ -45,7 +33,7 @@ protected:
     {
         Workbook* book = CreateXlsBook();
         ASSERT_NE(nullptr, book);
-        ASSERT_TRUE(book->load("X:\\t.xls")) << book->errorMessage();
+        ASSERT_TRUE(book->load(x_.path("t.xls").c_str())) << book->errorMessage();
         Worksheet* sheet = book->getSheet(book->activeSheet());
         ASSERT_NE(nullptr, sheet) << book->errorMessage();
         for (const auto& c : cells) {
@@ -53,14 +41,12 @@ protected:
             EXPECT_TRUE(sheet->writeStr(c.first.first, c.first.second, text.c_str()))
                 << c.first.first << ", " << c.first.second << ": " << book->errorMessage();
         }
-        EXPECT_TRUE(book->save("X:\\t.xls")) << book->errorMessage();
+        EXPECT_TRUE(book->save(x_.path("t.xls").c_str())) << book->errorMessage();
         book->release();
     }
 
-    TempDir dir_;
+    DriveX x_;
     fs::path template_;
-    std::string saved_;
-    bool hadDrives_ = false;
 };
 
 }  // namespace
@@ -69,8 +55,8 @@ TEST_P(XlsTemplateVariants, TheExportFillsTheFormAndLeavesEverythingElseAsItWas)
 {
     const Written cells = bomCells(kPartRows);
     fill(cells);
-    const Bytes before = readBytes(template_), after = readBytes(dir_ / "t.xls");
-    expectOnlyWrittenCellsChanged(xlrdDump(template_), xlrdDump(dir_ / "t.xls"), 0, cells);
+    const Bytes before = readBytes(template_), after = readBytes(x_.folder() / "t.xls");
+    expectOnlyWrittenCellsChanged(xlrdDump(template_), xlrdDump(x_.folder() / "t.xls"), 0, cells);
     expectWellFormedStream(workbookStream(after), 0);
     EXPECT_TRUE(otherStreams(before) == otherStreams(after)) << "streams and storages besides Workbook";
     EXPECT_TRUE(otherSubstreams(workbookStream(before)) == otherSubstreams(workbookStream(after)))

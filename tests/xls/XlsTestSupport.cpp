@@ -12,7 +12,9 @@
 #include <functional>
 #include <random>
 #include <sstream>
-#ifndef _WIN32
+#ifdef _WIN32
+#include <windows.h>
+#else
 #include <sys/wait.h>
 #endif
 
@@ -63,12 +65,111 @@ TempDir::~TempDir()
     fs::remove_all(path_, ignored);
 }
 
-std::string quote(const fs::path& path)
+DriveX::DriveX()
 {
-    std::string text = path.u8string(), out = "'";
+    const char* old = std::getenv("VORNADEL_DRIVES");
+    hadDrives_ = old != nullptr;
+    saved_ = hadDrives_ ? old : "";
+    setenv("VORNADEL_DRIVES", ("X=" + folder_.path().u8string()).c_str(), 1);
+}
+
+DriveX::~DriveX()
+{
+    if (hadDrives_)
+        setenv("VORNADEL_DRIVES", saved_.c_str(), 1);
+    else
+        unsetenv("VORNADEL_DRIVES");
+}
+
+std::string DriveX::path(const std::string& rest) const
+{
+#ifdef _WIN32
+    return osPath(folder_.path()) + "\\" + rest;
+#else
+    return "X:\\" + rest;
+#endif
+}
+
+#ifdef _WIN32
+
+namespace {
+
+// Wine's name on the Linux side for a Windows path (kernel32's wine_get_unix_file_name), which the
+// Linux programs the tests start can open.
+std::string unixName(const fs::path& path)
+{
+    typedef char*(CDECL * UnixFileName)(LPCWSTR);
+    static const UnixFileName convert =
+        reinterpret_cast<UnixFileName>(reinterpret_cast<void*>(GetProcAddress(GetModuleHandleA("kernel32"), "wine_get_unix_file_name")));
+    if (convert == nullptr) {
+        ADD_FAILURE() << "not running under Wine: no Linux program can be started";
+        return path.u8string();
+    }
+    char* name = convert(path.wstring().c_str());
+    if (name == nullptr) {
+        ADD_FAILURE() << "Wine has no Linux name for " << path;
+        return path.u8string();
+    }
+    std::string text = name;
+    HeapFree(GetProcessHeap(), 0, name);
+    return text;
+}
+
+std::wstring wide(const std::string& utf8Text)
+{
+    std::wstring out(MultiByteToWideChar(CP_UTF8, 0, utf8Text.data(), static_cast<int>(utf8Text.size()), nullptr, 0), L'\0');
+    MultiByteToWideChar(CP_UTF8, 0, utf8Text.data(), static_cast<int>(utf8Text.size()), &out[0], static_cast<int>(out.size()));
+    return out;
+}
+
+}  // namespace
+
+std::string osPath(const fs::path& path)
+{
+    const std::wstring text = path.wstring();
+    std::string out(WideCharToMultiByte(CP_ACP, 0, text.data(), static_cast<int>(text.size()), nullptr, 0, nullptr, nullptr), '\0');
+    WideCharToMultiByte(CP_ACP, 0, text.data(), static_cast<int>(text.size()), &out[0], static_cast<int>(out.size()), nullptr, nullptr);
+    return out;
+}
+
+#else
+
+std::string osPath(const fs::path& path) { return path.string(); }
+
+#endif
+
+namespace {
+
+std::string shellWord(const std::string& text)
+{
+    std::string out = "'";
     for (char c : text) out += c == '\'' ? std::string("'\\''") : std::string(1, c);
     return out + "'";
 }
+
+}  // namespace
+
+std::string quote(const fs::path& path)
+{
+#ifdef _WIN32
+    return shellWord(unixName(path));
+#else
+    return shellWord(path.u8string());
+#endif
+}
+
+std::string toolCommand(const std::string& name)
+{
+#ifdef _WIN32
+    // A Windows program is started by Wine, in the suite's prefix (tools/wine/wine.sh).
+    return quote(sourceDir() / "tools" / "wine" / "wine.sh") + " " + quote(binaryDir()) + " run " +
+           quote(binaryDir() / "bin" / (name + ".exe"));
+#else
+    return quote(binaryDir() / "bin" / name);
+#endif
+}
+
+std::string toolArgument(const fs::path& path) { return shellWord(path.u8string()); }
 
 CommandResult run(const std::string& command, const std::string& input)
 {
@@ -76,10 +177,34 @@ CommandResult run(const std::string& command, const std::string& input)
     const fs::path in = dir.path() / "in", out = dir.path() / "out", err = dir.path() / "err";
     writeBytes(in, Bytes(input.begin(), input.end()));
     CommandResult result;
-    int status = std::system((command + " <" + quote(in) + " >" + quote(out) + " 2>" + quote(err)).c_str());
+    const std::string redirected = "(" + command + "\n) <" + quote(in) + " >" + quote(out) + " 2>" + quote(err);
 #ifdef _WIN32
-    result.status = status;  // the command's exit code
+    // Under Wine cmd.exe cannot start a Linux program, but CreateProcess can, given its Linux path;
+    // the process handle does not follow it, though. So sh runs the command and leaves its exit
+    // status in a file, which is waited for. Nothing of sh's reaches the test's own outputs.
+    const fs::path script = dir.path() / "command.sh", status = dir.path() / "status";
+    const std::string text = "exec </dev/null >/dev/null 2>&1\n" + redirected + "\necho $? >" + quote(dir.path() / "status.part") +
+                             " && mv " + quote(dir.path() / "status.part") + " " + quote(status) + "\n";
+    writeBytes(script, Bytes(text.begin(), text.end()));
+    std::wstring line = wide("/bin/sh \"" + unixName(script) + "\"");
+    STARTUPINFOW startup = {};
+    startup.cb = sizeof startup;
+    PROCESS_INFORMATION process = {};
+    if (!CreateProcessW(nullptr, &line[0], nullptr, nullptr, FALSE, 0, nullptr, nullptr, &startup, &process)) {
+        ADD_FAILURE() << "cannot start /bin/sh for: " << command << " (error " << GetLastError() << ")";
+        return result;
+    }
+    CloseHandle(process.hThread);
+    CloseHandle(process.hProcess);
+    // Ten minutes is far beyond any reader's time on any workbook of the tests.
+    for (int waited = 0; !fs::exists(status) && waited < 600000; waited += 10) Sleep(10);
+    if (!fs::exists(status)) {
+        ADD_FAILURE() << "no exit status after ten minutes: " << command;
+        return result;
+    }
+    std::ifstream(status) >> result.status;
 #else
+    int status = std::system(redirected.c_str());
     result.status = WIFEXITED(status) ? WEXITSTATUS(status) : -1;
 #endif
     Bytes o = readBytes(out), e = readBytes(err);
@@ -152,7 +277,7 @@ std::map<std::string, Grid> libreOfficeCsv(const fs::path& book, const fs::path&
     // every sheet to its own file
     const std::string filter = std::string("csv:Text - txt - csv (StarCalc):44,34,76,1,,0,false,true,false,") +
                                (formulas ? "true" : "false") + ",false,-1";
-    CommandResult r = run("soffice -env:UserInstallation=file://" + (workDir / "lo-profile").u8string() +
+    CommandResult r = run("soffice -env:UserInstallation=file://" + quote(workDir / "lo-profile") +
                           " --headless --convert-to '" + filter + "' --outdir " + quote(outDir) + " " + quote(book));
     std::map<std::string, Grid> sheets;
     const std::string prefix = book.stem().u8string() + "-";
@@ -262,7 +387,7 @@ Written bomCells(int rows)
 void writeWorkbook(const fs::path& from, const fs::path& to, const Written& cells, int sheetIndex)
 {
     xls::Book book;
-    ASSERT_TRUE(book.load(from.string().c_str())) << from << ": " << book.errorMessage();
+    ASSERT_TRUE(book.load(osPath(from).c_str())) << from << ": " << book.errorMessage();
     xls::Sheet* sheet = book.getSheet(sheetIndex < 0 ? book.activeSheet() : sheetIndex);
     ASSERT_NE(nullptr, sheet) << book.errorMessage();
     for (const auto& cell : cells) {
@@ -271,7 +396,7 @@ void writeWorkbook(const fs::path& from, const fs::path& to, const Written& cell
                                          reinterpret_cast<const unsigned short*>(text.data()), text.size()))
             << book.errorMessage();
     }
-    ASSERT_TRUE(book.save(to.string().c_str())) << book.errorMessage();
+    ASSERT_TRUE(book.save(osPath(to).c_str())) << book.errorMessage();
 }
 
 nlohmann::json writeAndCompare(const Bytes& file, const Written& cells)

@@ -39,13 +39,38 @@ private:
     fs::path path_;
 };
 
+// Drive X: on a fresh temporary folder while the object lives, through the drive table of the
+// POSIX layer (VORNADEL_DRIVES). Windows has no drive table: there a path "on X:" is the
+// folder's own Windows path.
+class DriveX {
+public:
+    DriveX();
+    ~DriveX();
+    const TempDir& folder() const { return folder_; }
+    // "X:\\" + rest, rest in GBK with backslashes, as the plug-in forms paths.
+    std::string path(const std::string& rest) const;
+
+private:
+    TempDir folder_;
+    std::string saved_;
+    bool hadDrives_ = false;
+};
+
 struct CommandResult {
     int status = -1;
     std::string out, err;
 };
-// Runs a shell command with the given standard input; captures both outputs.
+// Runs a shell command (sh, on Windows too: there Wine starts it) with the given standard input;
+// captures both outputs.
 CommandResult run(const std::string& command, const std::string& input = "");
+// A path as a word of such a command (on Windows: Wine's Linux name for it).
 std::string quote(const fs::path& path);
+// The command word that starts the build's own program bin/<name> (on Windows: through Wine),
+// and a path as a word of its arguments (on Windows: the Windows path).
+std::string toolCommand(const std::string& name);
+std::string toolArgument(const fs::path& path);
+// A path as the engine and the C library take it: on Windows in the system code page.
+std::string osPath(const fs::path& path);
 bool haveProgram(const std::string& name);
 
 // xlrd's view of a workbook (tests/xls/xlrd_dump.py). Fails the test (and returns null) when xlrd

@@ -10,7 +10,7 @@ namespace {
 
 CommandResult xlsfill(const fs::path& in, const fs::path& out, const std::string& input, const std::string& options = "")
 {
-    return run(quote(binaryDir() / "bin" / "xlsfill") + " " + options + quote(in) + " " + quote(out), input);
+    return run(toolCommand("xlsfill") + " " + options + toolArgument(in) + " " + toolArgument(out), input);
 }
 
 }  // namespace
@@ -82,7 +82,7 @@ TEST(Xlsfill, ReportsAFailedSave)
 
 TEST(Xlsfill, ShowsUsageWithoutTwoFileNames)
 {
-    CommandResult r = run(quote(binaryDir() / "bin" / "xlsfill") + " only-one.xls");
+    CommandResult r = run(toolCommand("xlsfill") + " only-one.xls");
     EXPECT_EQ(2, r.status);
     EXPECT_NE(std::string::npos, r.err.find("usage: xlsfill [--sheet N] IN.xls OUT.xls")) << r.err;
 }
