@@ -11,9 +11,8 @@ function(vornadel_test name folder)
 endfunction()
 
 # Each area keeps its test targets in cmake/tests-<area>.cmake. The Windows suite (under Wine)
-# has the areas that run on Windows so far (docs/windows.md); the runner's and the generator's
-# are Linux only, as those programs are, and so is the check of the NX interface, which is
-# compiler-independent.
+# has every area but the generator's (not built for Windows) and the check of the NX interface,
+# which is compiler-independent (docs/windows.md).
 if(WIN32)
   set(VORNADEL_TEST_FRAGMENTS)
   foreach(area platform host config editing nxkit crossbuild xls commands runner stdparts)
