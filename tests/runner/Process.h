@@ -5,6 +5,8 @@
 #ifdef _WIN32
 #include <windows.h>
 #include <wchar.h>
+
+#include "../support/WideText.hpp"
 #else
 #include <sys/wait.h>
 #include <fcntl.h>
@@ -48,14 +50,6 @@ inline constexpr const char* kNullDevice = "/dev/null";
 // status; 127 when it could not be started, -1 when it did not exit normally.
 #ifdef _WIN32
 
-inline std::wstring Wide(const std::string& utf8) {
-    if (utf8.empty()) return std::wstring();
-    const int size = MultiByteToWideChar(CP_UTF8, 0, utf8.data(), static_cast<int>(utf8.size()), nullptr, 0);
-    std::wstring wide(static_cast<size_t>(size), L'\0');
-    MultiByteToWideChar(CP_UTF8, 0, utf8.data(), static_cast<int>(utf8.size()), &wide[0], size);
-    return wide;
-}
-
 // One argument of a command line, quoted so that CommandLineToArgvW gives it back unchanged.
 inline std::wstring QuoteArgument(const std::wstring& arg) {
     if (!arg.empty() && arg.find_first_of(L" \t\n\v\"") == std::wstring::npos) return arg;
@@ -83,7 +77,7 @@ inline std::wstring EnvironmentBlock(const std::vector<std::string>& env) {
         FreeEnvironmentStringsW(own);
     }
     for (const std::string& e : env) {
-        const std::wstring change = Wide(e);
+        const std::wstring change = WideFromUtf8(e);
         const std::wstring name = change.substr(0, change.find(L'='));
         for (size_t i = variables.size(); i-- > 0;) {
             const std::wstring& v = variables[i];
@@ -103,15 +97,15 @@ inline int Spawn(const std::vector<std::string>& args, const std::vector<std::st
                  const std::string& outFile, const std::string& errFile, const std::string& folder = "") {
     SECURITY_ATTRIBUTES inherit = {sizeof(SECURITY_ATTRIBUTES), nullptr, TRUE};
     const DWORD share = FILE_SHARE_READ | FILE_SHARE_WRITE;
-    HANDLE in = CreateFileW(Wide(inFile).c_str(), GENERIC_READ, share, &inherit, OPEN_EXISTING, 0, nullptr);
-    HANDLE out = CreateFileW(Wide(outFile).c_str(), GENERIC_WRITE, share, &inherit, CREATE_ALWAYS, 0, nullptr);
-    HANDLE err = CreateFileW(Wide(errFile).c_str(), GENERIC_WRITE, share, &inherit, CREATE_ALWAYS, 0, nullptr);
+    HANDLE in = CreateFileW(WideFromUtf8(inFile).c_str(), GENERIC_READ, share, &inherit, OPEN_EXISTING, 0, nullptr);
+    HANDLE out = CreateFileW(WideFromUtf8(outFile).c_str(), GENERIC_WRITE, share, &inherit, CREATE_ALWAYS, 0, nullptr);
+    HANDLE err = CreateFileW(WideFromUtf8(errFile).c_str(), GENERIC_WRITE, share, &inherit, CREATE_ALWAYS, 0, nullptr);
     int status = 127;
     if (in != INVALID_HANDLE_VALUE && out != INVALID_HANDLE_VALUE && err != INVALID_HANDLE_VALUE) {
         std::wstring commandLine;
-        for (const std::string& a : args) commandLine += (commandLine.empty() ? L"" : L" ") + QuoteArgument(Wide(a));
+        for (const std::string& a : args) commandLine += (commandLine.empty() ? L"" : L" ") + QuoteArgument(WideFromUtf8(a));
         std::wstring environment = EnvironmentBlock(env);
-        const std::wstring where = Wide(folder);
+        const std::wstring where = WideFromUtf8(folder);
         STARTUPINFOW startup = {};
         startup.cb = sizeof(startup);
         startup.dwFlags = STARTF_USESTDHANDLES;
@@ -119,7 +113,7 @@ inline int Spawn(const std::vector<std::string>& args, const std::vector<std::st
         startup.hStdOutput = out;
         startup.hStdError = err;
         PROCESS_INFORMATION process = {};
-        if (CreateProcessW(Wide(args[0]).c_str(), &commandLine[0], nullptr, nullptr, TRUE, CREATE_UNICODE_ENVIRONMENT,
+        if (CreateProcessW(WideFromUtf8(args[0]).c_str(), &commandLine[0], nullptr, nullptr, TRUE, CREATE_UNICODE_ENVIRONMENT,
                            &environment[0], folder.empty() ? nullptr : where.c_str(), &startup, &process)) {
             DWORD code = 0;
             WaitForSingleObject(process.hProcess, INFINITE);

@@ -19,6 +19,7 @@
 #endif
 
 #include "support/Posix.hpp"
+#include "support/WideText.hpp"
 
 namespace xlstest {
 
@@ -115,13 +116,6 @@ std::string unixName(const fs::path& path)
     return text;
 }
 
-std::wstring wide(const std::string& utf8Text)
-{
-    std::wstring out(MultiByteToWideChar(CP_UTF8, 0, utf8Text.data(), static_cast<int>(utf8Text.size()), nullptr, 0), L'\0');
-    MultiByteToWideChar(CP_UTF8, 0, utf8Text.data(), static_cast<int>(utf8Text.size()), &out[0], static_cast<int>(out.size()));
-    return out;
-}
-
 }  // namespace
 
 std::string osPath(const fs::path& path)
@@ -186,7 +180,7 @@ CommandResult run(const std::string& command, const std::string& input)
     const std::string text = "exec </dev/null >/dev/null 2>&1\n" + redirected + "\necho $? >" + quote(dir.path() / "status.part") +
                              " && mv " + quote(dir.path() / "status.part") + " " + quote(status) + "\n";
     writeBytes(script, Bytes(text.begin(), text.end()));
-    std::wstring line = wide("/bin/sh \"" + unixName(script) + "\"");
+    std::wstring line = WideFromUtf8("/bin/sh \"" + unixName(script) + "\"");
     STARTUPINFOW startup = {};
     startup.cb = sizeof startup;
     PROCESS_INFORMATION process = {};
