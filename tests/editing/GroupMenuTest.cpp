@@ -342,10 +342,18 @@ void SpyOn(void* handle)
     g_spied[window] = reinterpret_cast<WNDPROC>(SetWindowLongPtrA(window, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(&Spy)));
 }
 
-TEST_F(GroupMenu, OnWindowsAddToGroupClicksTheGroupButtonsRealWindow)
+class GroupMenuOnWindows : public GroupMenu {
+protected:
+    void SetUp() override
+    {
+        GroupMenu::SetUp();
+        g_spied.clear();
+        g_mouse.clear();
+    }
+};
+
+TEST_F(GroupMenuOnWindows, AddToGroupClicksTheGroupButtonsRealWindow)
 {
-    g_spied.clear();
-    g_mouse.clear();
     host::QueueSelectionAnswer(NXOpen::Selection::ResponseOk, {5001});
     void* button = nullptr;
     WithDialog([&](Vornadel& dialog, host::LiveDialog& live) {
@@ -359,10 +367,8 @@ TEST_F(GroupMenu, OnWindowsAddToGroupClicksTheGroupButtonsRealWindow)
     EXPECT_EQ("G1", GroupIdOf(5001)) << "the selected body joined the clicked row's group";
 }
 
-TEST_F(GroupMenu, OnWindowsOnlyTheFirstRealWindowWithTheLabelGetsTheClick)
+TEST_F(GroupMenuOnWindows, OnlyTheFirstRealWindowWithTheLabelGetsTheClick)
 {
-    g_spied.clear();
-    g_mouse.clear();
     void* tree = nullptr;
     WithDialog([&](Vornadel& dialog, host::LiveDialog& live) {
         SpyOn(WindowWithText("设置组"));
