@@ -1,0 +1,18 @@
+# The NX link check (tools/nxlink): the sources of Vornadel.dll, readconfig.dll and bodyinfo.dll,
+# compiled for the Microsoft ABI against host/include, need only symbols NX 8.5 exports; and the
+# check names a symbol that stops matching (tests/nxlink/check_can_fail.py).
+# With VORNADEL_NX_SDK_COPY naming a copy of NX 8.5's UGOPEN folder it also runs against NX's own
+# headers and links the three DLLs against NX's import libraries (docs/install.md).
+find_package(Python3 REQUIRED COMPONENTS Interpreter)
+add_test(NAME nxlink_host
+  COMMAND ${Python3_EXECUTABLE} ${VORNADEL_ROOT}/tools/nxlink/nxlink_check.py --source ${VORNADEL_ROOT}
+    --include ${VORNADEL_ROOT}/host/include --work ${CMAKE_BINARY_DIR}/nxlink/host --jobs 2)
+add_test(NAME nxlink_check_can_fail
+  COMMAND ${Python3_EXECUTABLE} ${VORNADEL_ROOT}/tests/nxlink/check_can_fail.py ${VORNADEL_ROOT}
+    ${CMAKE_BINARY_DIR}/nxlink/can-fail)
+set(VORNADEL_NX_SDK_COPY "$ENV{VORNADEL_NX_SDK_COPY}" CACHE PATH "a copy of NX 8.5's UGOPEN folder for the NX link check")
+if(VORNADEL_NX_SDK_COPY)
+  add_test(NAME nxlink_nx85_sdk
+    COMMAND ${Python3_EXECUTABLE} ${VORNADEL_ROOT}/tools/nxlink/nxlink_check.py --source ${VORNADEL_ROOT}
+      --include ${VORNADEL_NX_SDK_COPY} --sdk ${VORNADEL_NX_SDK_COPY} --work ${CMAKE_BINARY_DIR}/nxlink/sdk --jobs 2)
+endif()
