@@ -16,3 +16,7 @@ if(VORNADEL_NX_SDK_COPY)
     COMMAND ${Python3_EXECUTABLE} ${VORNADEL_ROOT}/tools/nxlink/nxlink_check.py --source ${VORNADEL_ROOT}
       --include ${VORNADEL_NX_SDK_COPY} --sdk ${VORNADEL_NX_SDK_COPY} --work ${CMAKE_BINARY_DIR}/nxlink/sdk --jobs 2)
 endif()
+# Sources that hold Chinese text carry a UTF-8 byte-order mark, so that NX's Visual Studio reads
+# them as UTF-8 (docs/install.md).
+add_test(NAME sources_marked_utf8
+  COMMAND ${Python3_EXECUTABLE} ${VORNADEL_ROOT}/tests/nxlink/check_source_marks.py ${VORNADEL_ROOT})
