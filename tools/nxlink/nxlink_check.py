@@ -17,7 +17,8 @@ no libstdc++ for the Microsoft ABI), so those DLLs are for checking only, never 
 Exit status: 0 all found, 1 something missing or wrong (each named on standard output), 2 the
 check could not run (a tool missing, a source that does not compile).
 
-Usage: nxlink_check.py --source ROOT --include NXINCLUDE --work DIR [--sdk UGOPEN] [--jobs N]
+Usage: nxlink_check.py --source ROOT --include NXINCLUDE --work DIR [--sdk UGOPEN] [--exports LIST]
+                       [--std c++98|c++11] [--jobs N]
 """
 
 import argparse
@@ -37,8 +38,7 @@ MINGW_SYSROOT = "/usr/x86_64-w64-mingw32"
 # Each define works around one clash between MinGW's headers and the Microsoft target; with the
 # old string ABI, std::vector and std::basic_string decorate as Visual Studio's do.
 CLANG_FLAGS = [
-    "--target=x86_64-pc-windows-msvc", "-fms-compatibility-version=16.00", "-fgnuc-version=12.0",
-    "-std=c++98", "-nostdlibinc", "-D__STRICT_ANSI__", "-D__declspec(a)=__declspec(a)",
+    "--target=x86_64-pc-windows-msvc", "-fgnuc-version=12.0", "-nostdlibinc", "-D__STRICT_ANSI__", "-D__declspec(a)=__declspec(a)",
     "-D_GLIBCXX_USE_CXX11_ABI=0", "-D_WIN32_WINNT=0x0600", "-D_GLIBCXX_GTHREAD_USE_WEAK=0",
     "-O1", "-w", "-c",
 ]
@@ -81,9 +81,12 @@ def dll_sources(root):
     }
 
 
-def compile_all(root, include, work, jobs):
-    """Compiles every source once per DLL; returns {dll: [(source, object)]}."""
-    base = ["clang++"] + CLANG_FLAGS + [f"-isystem{d}" for d in mingw_includes()] + [
+def compile_all(root, include, work, jobs, standard):
+    """Compiles every source once per DLL; returns {dll: [(source, object)]}. The plug-in is
+    C++98 as Visual Studio 2010 compiles it; the headers of NX 11 and later need C++11, and a
+    compiler of that age (Visual Studio 2015) for char16_t."""
+    msvc = "16.00" if standard == "c++98" else "19.00"
+    base = ["clang++", f"-std={standard}", f"-fms-compatibility-version={msvc}"] + CLANG_FLAGS + [f"-isystem{d}" for d in mingw_includes()] + [
         f"-I{include}", f"-I{root}/src", f"-I{root}/src/platform", f"-I{root}/libs/xls"]
     tasks = []
     for dll, (sources, defines) in dll_sources(root).items():
@@ -234,12 +237,13 @@ def main():
     parser.add_argument("--exports", default=EXPORTS, help="NX 8.5's exports (default: %(default)s)")
     parser.add_argument("--sdk", help="NX's UGOPEN folder: also link the DLLs against its import libraries")
     parser.add_argument("--jobs", type=int, default=os.cpu_count() or 2)
+    parser.add_argument("--std", default="c++98", help="the C++ standard (default: %(default)s; NX 11 and later: c++11)")
     args = parser.parse_args()
     for tool in ["clang++", "llvm-nm", "llvm-undname"] + (["lld-link", "llvm-readobj", "llvm-rc"] if args.sdk else []):
         if shutil.which(tool) is None:
             sys.exit(f"nxlink_check: {tool} is missing (install clang, lld and llvm)")
     root = os.path.abspath(args.source)
-    objects = compile_all(root, os.path.abspath(args.include), os.path.abspath(args.work), args.jobs)
+    objects = compile_all(root, os.path.abspath(args.include), os.path.abspath(args.work), args.jobs, args.std)
     problems = check_symbols(objects, read_exports(args.exports))
     if args.sdk:
         problems += link_and_inspect(root, objects, os.path.abspath(args.sdk), os.path.abspath(args.work))
