@@ -10,11 +10,15 @@ add_test(NAME nxlink_host
 add_test(NAME nxlink_check_can_fail
   COMMAND ${Python3_EXECUTABLE} ${VORNADEL_ROOT}/tests/nxlink/check_can_fail.py ${VORNADEL_ROOT}
     ${CMAKE_BINARY_DIR}/nxlink/can-fail)
-set(VORNADEL_NX_SDK_COPY "$ENV{VORNADEL_NX_SDK_COPY}" CACHE PATH "a copy of NX 8.5's UGOPEN folder for the NX link check")
-if(VORNADEL_NX_SDK_COPY)
+set(VORNADEL_NX_SDK_COPY "" CACHE PATH "a copy of NX 8.5's UGOPEN folder for the NX link check")
+set(nx_sdk_copy "${VORNADEL_NX_SDK_COPY}")
+if(NOT nx_sdk_copy)
+  set(nx_sdk_copy "$ENV{VORNADEL_NX_SDK_COPY}")
+endif()
+if(nx_sdk_copy)
   add_test(NAME nxlink_nx85_sdk
     COMMAND ${Python3_EXECUTABLE} ${VORNADEL_ROOT}/tools/nxlink/nxlink_check.py --source ${VORNADEL_ROOT}
-      --include ${VORNADEL_NX_SDK_COPY} --sdk ${VORNADEL_NX_SDK_COPY} --work ${CMAKE_BINARY_DIR}/nxlink/sdk --jobs 2)
+      --include ${nx_sdk_copy} --sdk ${nx_sdk_copy} --work ${CMAKE_BINARY_DIR}/nxlink/sdk --jobs 2)
 endif()
 # Sources that hold Chinese text carry a UTF-8 byte-order mark, so that NX's Visual Studio reads
 # them as UTF-8 (docs/install.md).
