@@ -12,10 +12,10 @@ add_library(Vornadel SHARED ${VORNADEL_SOURCES})
 vornadel_cxx98(Vornadel)
 target_include_directories(Vornadel PUBLIC ${VORNADEL_ROOT}/src ${VORNADEL_NX_INCLUDE})
 target_link_libraries(Vornadel PUBLIC readconfig bodyinfo xls vornadel_platform)
-# NX runs a program built with Visual Studio only when it carries NX's signing resource
-# (docs/install.md, signing).
-if(VORNADEL_NX_SDK AND MSVC)
-  target_sources(Vornadel PRIVATE ${VORNADEL_NX_SDK}/NXSigningResource.res)
+# NX runs a DLL on a seat without an NX Open author licence only when NX's signing tool has
+# signed the block this resource script puts into it (docs/install.md, signing).
+if(VORNADEL_NX_SDK AND WIN32)
+  target_sources(Vornadel PRIVATE ${VORNADEL_ROOT}/src/shell/NXSigningResource.rc)
 endif()
 if(NOT VORNADEL_NX_SDK)
   target_link_libraries(Vornadel PUBLIC nxhost)

@@ -146,7 +146,7 @@ bool CellTable::take(u32 type, const u8* data, size_t size, std::string& error)
             error = describe("a cell lies beyond column IV", type);
             return false;
         }
-        Group g = {static_cast<u32>(verbatim_.size()), static_cast<u32>(kRecordHeaderSize + size), kNoRange};
+        Group g = {static_cast<u32>(verbatim_.size()), static_cast<u32>(kRecordHeaderSize + size), static_cast<u32>(kNoRange)};
         appendRecord(verbatim_, type, data, size);
         Cell& c = put(getU16(data), getU16(data + 2));
         c.kind = kVerbatim;

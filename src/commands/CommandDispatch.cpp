@@ -1,4 +1,4 @@
-// update_cb: NX calls it for every block event. The block is found by comparing the pointer with
+﻿// update_cb: NX calls it for every block event. The block is found by comparing the pointer with
 // the dialog's blocks, in a fixed order, and its command runs to its end inside the call.
 
 #include <algorithm>

@@ -1,4 +1,4 @@
-// The export of the purchase BOM: the dialog is saved onto the part, then a copy of the
+﻿// The export of the purchase BOM: the dialog is saved onto the part, then a copy of the
 // template "模具标准件申购表.xls" in the active configuration folder receives the BOM head and
 // one row per purchase line, in a folder of the work part's own under the output folder, and is
 // opened for the designer.

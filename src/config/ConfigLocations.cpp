@@ -1,4 +1,4 @@
-#include "config/ConfigLocations.h"
+﻿#include "config/ConfigLocations.h"
 
 #include <vector>
 

@@ -1,4 +1,4 @@
-#include "config/ConfigTables.h"
+﻿#include "config/ConfigTables.h"
 
 #include <stdexcept>
 

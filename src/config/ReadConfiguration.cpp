@@ -1,4 +1,4 @@
-// The dialog's configuration, read once per run by the constructor in a fixed order.
+﻿// The dialog's configuration, read once per run by the constructor in a fixed order.
 
 #include <stdexcept>
 #include <stdlib.h>

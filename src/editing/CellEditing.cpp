@@ -1,4 +1,4 @@
-// In-place editing of the tree. Only group rows are edited; a value entered on a group row is
+﻿// In-place editing of the tree. Only group rows are edited; a value entered on a group row is
 // copied at once into the same column of each of its body rows, so that saving writes it onto
 // every body of the purchase line. Seven columns open a list of the configured options, the
 // others take free text, and no value is checked. Selecting a row opens its group alone and

@@ -1,4 +1,4 @@
-// The tree's right-click menu on a group the designer made with the group button (bodies that
+﻿// The tree's right-click menu on a group the designer made with the group button (bodies that
 // share a "组ID"): "添加组" lets the designer pick more bodies for the clicked row's group by
 // pressing the dialog's own group button in add mode; "解散组" removes the group id from the
 // clicked row's body and its body rows and rebuilds the tree.

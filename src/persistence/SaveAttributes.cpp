@@ -1,4 +1,4 @@
-// Saving the dialog onto the part: the BOM head onto the work part, each tree row's purchase
+﻿// Saving the dialog onto the part: the BOM head onto the work part, each tree row's purchase
 // columns onto the body the row stands for.
 
 #include <stdexcept>

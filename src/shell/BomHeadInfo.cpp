@@ -1,4 +1,4 @@
-#include "shell/BomHeadInfo.h"
+﻿#include "shell/BomHeadInfo.h"
 
 #include <NXOpen/NXObject.hxx>
 #include <NXOpen/Part.hxx>

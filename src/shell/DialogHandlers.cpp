@@ -1,4 +1,4 @@
-// initialize_cb and dialogShown_cb: binding the blocks and the first display.
+﻿// initialize_cb and dialogShown_cb: binding the blocks and the first display.
 
 #include "shell/Vornadel.h"
 

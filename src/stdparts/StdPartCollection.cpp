@@ -1,4 +1,4 @@
-// Collecting the standard parts of the work part, their records, and the matching rule that puts
+﻿// Collecting the standard parts of the work part, their records, and the matching rule that puts
 // bodies describing one purchased item together.
 
 #include "stdparts/StdPartCollection.h"

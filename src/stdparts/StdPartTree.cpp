@@ -1,4 +1,4 @@
-// Building the tree: one top-level node per purchased item (group), one child per body when the
+﻿// Building the tree: one top-level node per purchased item (group), one child per body when the
 // group stands for more than one body; and rebuilding it from records read back earlier.
 
 #include "stdparts/StdPartTree.h"

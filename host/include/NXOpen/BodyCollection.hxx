@@ -14,41 +14,56 @@ namespace NXOpen
     class NXOPENCPPEXPORT BodyCollection : public NXOpen::TaggedObjectCollection
     {
     public:
-        class NXOPENCPPEXPORT iterator
+        // As NX 8.5 declares it: the class itself is not exported; its operators are inline
+        // around the two exported members, operator* and the private next().
+        class iterator
         {
         public:
             typedef NXOpen::Body *value_type;
-            iterator() : m_context(0), m_current(NULL_TAG)
+            iterator() : m_context(NULL), m_current(NULL_TAG)
             {
                 for (int i = 0; i < 8; ++i)
                     m_state[i] = 0;
             }
-            iterator(const iterator &other) : m_context(other.m_context), m_current(other.m_current)
-            {
-                for (int i = 0; i < 8; ++i)
-                    m_state[i] = other.m_state[i];
-            }
-            iterator &operator=(const iterator &other)
-            {
-                m_context = other.m_context;
-                m_current = other.m_current;
-                for (int i = 0; i < 8; ++i)
-                    m_state[i] = other.m_state[i];
-                return *this;
-            }
-            value_type operator*();
-            iterator &operator++();
-            iterator operator++(int);
-            bool operator==(const iterator &other) const { return m_current == other.m_current; }
-            bool operator!=(const iterator &other) const { return !operator==(other); }
-
-        private:
-            friend class BodyCollection;
             explicit iterator(NXOpen::BodyCollection *context) : m_context(context), m_current(NULL_TAG)
             {
                 for (int i = 0; i < 8; ++i)
                     m_state[i] = 0;
             }
+            iterator(const iterator &other) : m_context(NULL), m_current(NULL_TAG) { copy(other); }
+            iterator &operator=(const iterator &other)
+            {
+                if (&other != this)
+                    copy(other);
+                return *this;
+            }
+            bool operator==(const iterator &other) const
+            {
+                return m_current == other.m_current && m_context == other.m_context;
+            }
+            bool operator!=(const iterator &other) const { return !operator==(other); }
+            NXOPENCPPEXPORT value_type operator*();
+            iterator &operator++()
+            {
+                next();
+                return *this;
+            }
+            iterator operator++(int)
+            {
+                iterator tmp(*this);
+                ++*this;
+                return tmp;
+            }
+
+        private:
+            void copy(const iterator &other)
+            {
+                m_context = other.m_context;
+                m_current = other.m_current;
+                for (int i = 0; i < 8; ++i)
+                    m_state[i] = other.m_state[i];
+            }
+            NXOPENCPPEXPORT void next();
             NXOpen::BodyCollection *m_context;
             tag_t m_current;
             unsigned int m_state[8];

@@ -75,29 +75,24 @@ BodyCollection* Part::Bodies() { return &static_cast<PartImpl*>(this)->bodyColle
 BodyCollection::BodyCollection() = default;
 BodyCollection::~BodyCollection() = default;
 
+// An iterator with no current body steps to the first one.
 BodyCollection::iterator BodyCollection::begin() {
     iterator it(this);
-    const PartImpl* part = static_cast<host::core::BodyCollectionImpl*>(this)->part;
-    if (!part->bodies.empty()) it.m_current = part->bodies.front()->Tag();
-    return it;
+    return ++it;
 }
 
 BodyCollection::iterator::value_type BodyCollection::iterator::operator*() {
     return static_cast<host::core::BodyCollectionImpl*>(m_context)->part->FindBody(m_current);
 }
 
-BodyCollection::iterator& BodyCollection::iterator::operator++() {
+void BodyCollection::iterator::next() {
     const PartImpl* part = static_cast<host::core::BodyCollectionImpl*>(m_context)->part;
-    const BodyImpl* body = part->FindBody(m_current);
-    size_t next = body == nullptr ? part->bodies.size() : body->position + 1;
+    size_t next = 0;
+    if (m_current != NULL_TAG) {
+        const BodyImpl* body = part->FindBody(m_current);
+        next = body == nullptr ? part->bodies.size() : body->position + 1;
+    }
     m_current = next < part->bodies.size() ? part->bodies[next]->Tag() : NULL_TAG;
-    return *this;
-}
-
-BodyCollection::iterator BodyCollection::iterator::operator++(int) {
-    iterator old(*this);
-    ++*this;
-    return old;
 }
 
 Body* BodyCollection::FindObject(const NXString& journalIdentifier) {
