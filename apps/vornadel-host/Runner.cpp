@@ -90,16 +90,17 @@ private:
 // Prints the selection dialogs and opened files the host recorded since the last call.
 class EventLog {
 public:
-    explicit EventLog(Printer& printer) : printer_(printer) {}
+    EventLog(Printer& printer, bool reallyOpen) : printer_(printer), reallyOpen_(reallyOpen) {}
     void Flush() {
         const std::vector<host::SelectionRequest>& requests = host::SelectionRequests();
         for (; selections_ < requests.size(); ++selections_) printer_.Selection(requests[selections_]);
         const std::vector<std::string>& opened = host::OpenedFiles();
-        for (; opened_ < opened.size(); ++opened_) printer_.Opened(opened[opened_]);
+        for (; opened_ < opened.size(); ++opened_) printer_.Opened(opened[opened_], reallyOpen_);
     }
 
 private:
     Printer& printer_;
+    bool reallyOpen_;
     size_t selections_ = 0;
     size_t opened_ = 0;
 };
@@ -461,7 +462,7 @@ int Run(const Options& options, const Installation& installation, std::istream& 
     host::SetDialogSearchPath({installation.sourceRoot + "/dialog"});
 
     Printer printer(out, options.format);
-    EventLog events(printer);
+    EventLog events(printer, options.reallyOpen);
     Executor executor(*source, printer, options.format, events, out, err);
     host::SetMessageListener([&](const host::MessageRecord& m) {
         events.Flush();

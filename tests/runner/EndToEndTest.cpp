@@ -351,6 +351,14 @@ TEST(RunnerCommands, FailingScriptCommandIsNamedByItsFileAndLine) {
     EXPECT_FALSE(HasLine(run, "part\tbracket")) << "nothing after it runs";
 }
 
+TEST(RunnerCommands, ScriptSavedWithAByteOrderMarkRuns) {
+    const std::filesystem::path script = runnertest::Scratch("marked-script") / "steps.txt";
+    runnertest::WriteText(script, "\xEF\xBB\xBFpress button03\nclose\n");
+    const HostRun run = RunTestPlugin({"--script", script.string()});
+    EXPECT_EQ(0, run.status) << run.err;
+    EXPECT_TRUE(HasLine(run, Event("update_cb button03"))) << "the first command, behind Notepad's UTF-8 mark, ran";
+}
+
 // ---- output ------------------------------------------------------------------------------------
 
 TEST(RunnerOutput, TsvTreeOfTheTestPlugin) {
