@@ -117,6 +117,8 @@ TEST(RunnerPartFile, PartFilesThatOnceEndedTheRunnerAreRefusedWithAMessage) {
         {head + u8R"("A", "zz": )" + std::string(100000, '[') + std::string(100000, ']') + "}",
          "nested deeper than 100 levels"},
         {head + u8R"("T\u0000X"})", "leaf: text holds a NUL character"},
+        // A leaf that is no file name made the export write outside the output folder.
+        {head + u8R"("..\\..\\evil"})", u8R"(leaf: "..\\..\\evil" is not a file name in NX: it holds '\')"},
     };
     for (const auto& [json, message] : cases) {
         runnertest::WriteText(dir / "bad.part.json", json);
