@@ -358,6 +358,14 @@ std::string ReadAll(std::istream& in) {
     return content.str();
 }
 
+// With --save or --save-as, says on standard error that the part was not saved, and why.
+void SayNothingSaved(const Options& options, std::ostream& err, const std::string& why) {
+    if (!options.save && !options.saveAs) return;
+    err << "vornadel-host: nothing was saved";
+    if (options.saveAs) err << " to " << *options.saveAs;
+    err << ": " << why << '\n';
+}
+
 // Where the commands come from. Throws ScriptError naming the place of the first bad line.
 std::unique_ptr<CommandSource> MakeSource(const Options& options, std::istream& in, bool interactive,
                                           std::ostream& out) {
@@ -423,6 +431,7 @@ int Run(const Options& options, const Installation& installation, std::istream& 
         source = MakeSource(options, in, interactive, out);
     } catch (const ScriptError& e) {
         err << e.what() << '\n';
+        SayNothingSaved(options, err, "the script does not parse, so nothing ran");
         return kExitUsage;
     }
 
@@ -505,6 +514,7 @@ int Run(const Options& options, const Installation& installation, std::istream& 
                 if (executor.Failed()) status = kExitFailed;
             }
         }
+        if (status != kExitOk) SayNothingSaved(options, err, "the run failed (above)");
         if (status == kExitOk && (options.save || options.saveAs)) {
             try {
                 host::SaveWorkPart(options.saveAs ? *options.saveAs : partFile);

@@ -456,6 +456,20 @@ TEST(RunnerSave, FailedRunSavesNothing) {
     const HostRun run = RunTestPlugin({"-e", "press button0", "-e", "click 7", "--save"}, {}, part.string());
     EXPECT_EQ(1, run.status) << "the click fails";
     EXPECT_EQ(before, runnertest::ReadText(part)) << "a failed run leaves the part file alone";
+    EXPECT_TRUE(Contains(run.err, "vornadel-host: nothing was saved: the run failed (above)")) << run.err;
+}
+
+TEST(RunnerSave, ScriptThatDoesNotParseSaysNothingWasSaved) {
+    const std::filesystem::path dir = runnertest::Scratch("save-typo");
+    const std::filesystem::path script = dir / "steps.txt";
+    runnertest::WriteText(script, "press button0\npres button0\n");
+    const std::string out = (dir / "out.part.json").string();
+    const HostRun run = RunTestPlugin({"--script", script.string(), "--save-as", out});
+    EXPECT_EQ(2, run.status) << "a line that does not parse";
+    EXPECT_TRUE(Contains(run.err, script.string() + ":2: unknown command")) << run.err;
+    EXPECT_TRUE(Contains(run.err, "vornadel-host: nothing was saved to " + out + ": the script does not parse, so nothing ran"))
+        << run.err;
+    EXPECT_FALSE(std::filesystem::exists(out)) << "no file was written";
 }
 
 TEST(RunnerSave, AFileAfterSaveIsThePartThatRunsNotATarget) {
