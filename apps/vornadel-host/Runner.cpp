@@ -6,6 +6,7 @@
 #include <fstream>
 #include <memory>
 #include <optional>
+#include <random>
 #include <sstream>
 
 #include <NXOpen/Selection.hxx>
@@ -352,6 +353,41 @@ std::string LocalAppData(const Options& options) {
     return folder;
 }
 
+// The runner's own per-user folder: LOCALAPPDATA\vornadel on Windows (and wherever the process
+// has LOCALAPPDATA), else ~/.local/share/vornadel.
+fs::path RunnerUserFolder() {
+    if (const char* local = getenv("LOCALAPPDATA")) return fs::u8path(local) / "vornadel";
+    const char* home = getenv("HOME");
+    return fs::u8path(home ? home : ".") / ".local" / "share" / "vornadel";
+}
+
+// Without --config the plug-in works on a per-user copy of the bundled configuration root, made
+// the first time (and said then), so that typing a new head value grows the copy's option lists
+// and never the checkout's tables. Several runs at once: each copies into a folder of its own and
+// the first to rename it into place wins. Throws std::runtime_error when it cannot be made.
+std::string BundledConfigurationCopy(const std::string& bundledRoot, std::ostream& err) {
+    const fs::path copy = RunnerUserFolder() / "VDConfig";
+    std::error_code ec;
+    if (fs::is_directory(copy, ec)) return copy.u8string();
+    const fs::path staging = copy.parent_path() / ("VDConfig.new-" + std::to_string(std::random_device{}()));
+    fs::remove_all(staging, ec);
+    fs::create_directories(staging, ec);
+    if (!ec) fs::copy(fs::u8path(bundledRoot) / "config", staging / "config", fs::copy_options::recursive, ec);
+    if (ec) {
+        fs::remove_all(staging, ec);
+        throw std::runtime_error("cannot make the per-user copy of the bundled configuration in " + copy.u8string() +
+                                 "; name a configuration root with --config");
+    }
+    fs::rename(staging, copy, ec);
+    if (ec) {
+        fs::remove_all(staging, ec);  // another run made it first
+    } else {
+        err << "vornadel-host: without --config the plug-in works on a copy of the bundled configuration, made now: "
+            << copy.u8string() << " (delete it to start again from the bundled one)\n";
+    }
+    return copy.u8string();
+}
+
 std::string ReadAll(std::istream& in) {
     std::ostringstream content;
     content << in.rdbuf();
@@ -452,7 +488,13 @@ int Run(const Options& options, const Installation& installation, std::istream& 
     }
 
     // The machine the plug-in runs on: NX's environment, the process environment, the clock.
-    const std::string configRoot = options.configRoot ? *options.configRoot : installation.sourceRoot + "/samples";
+    std::string configRoot;
+    try {
+        configRoot = options.configRoot ? *options.configRoot : BundledConfigurationCopy(installation.sourceRoot + "/samples", err);
+    } catch (const std::runtime_error& e) {
+        err << "vornadel-host: " << e.what() << '\n';
+        return kExitFailed;
+    }
     host::SetEnvironmentVariable("VDConfig", host::Utf8ToGbk(configRoot));
     if (kMapsDrives) SetProcessVariable("VORNADEL_DRIVES", DriveTable(options, installation));
     // The plug-in reports a missing configuration in its own words, which do not say which

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <map>
 
 #include "RunHost.h"
 
@@ -569,8 +570,37 @@ TEST(RunnerEnvironment, LocalAppDataIsTheProcessOwnElseAFolderUnderHome) {
     EXPECT_TRUE(std::filesystem::is_directory(folder)) << "the folder under HOME is made";
 }
 
-TEST(RunnerEnvironment, DefaultsAreTheBundledSamples) {
-    const HostRun run = RunTestPlugin({"-e", "press button04", "-e", "close"});
-    const std::string samples = (runnertest::SourceFolder() / "samples").string();
-    EXPECT_TRUE(HasLine(run, Event("VDConfig " + samples))) << "the configuration root defaults to the samples";
+TEST(RunnerEnvironment, WithoutConfigThePluginWorksOnAPerUserCopyOfTheBundledConfiguration) {
+    const std::filesystem::path home = runnertest::Scratch("fresh-user") / "home";
+    const std::vector<std::string> user = {"LOCALAPPDATA", "HOME=" + home.string()};
+    const std::filesystem::path copy = home / ".local/share/vornadel/VDConfig";
+    const HostRun first = RunTestPlugin({"-e", "press button04", "-e", "close"}, user);
+    EXPECT_EQ(0, first.status) << first.err;
+    EXPECT_TRUE(HasLine(first, Event("VDConfig " + copy.string()))) << "the configuration root is the copy";
+    EXPECT_TRUE(Contains(first.err, "vornadel-host: without --config the plug-in works on a copy of the bundled "
+                                    "configuration, made now: " + copy.string()))
+        << first.err;
+    const std::filesystem::path bundled = runnertest::SourceFolder() / "samples/config/standard.csv";
+    EXPECT_EQ(runnertest::ReadText(bundled), runnertest::ReadText(copy / "config/standard.csv")) << "a copy of the tables";
+    const HostRun second = RunTestPlugin({"-e", "press button04", "-e", "close"}, user);
+    EXPECT_TRUE(HasLine(second, Event("VDConfig " + copy.string()))) << "later runs use the same copy";
+    EXPECT_FALSE(Contains(second.err, "made now")) << "and say nothing of it";
+}
+
+TEST(RunnerEnvironment, TypingAHeadValueWithoutConfigLeavesTheCheckoutAlone) {
+    // The option lists grow as designed, in the copy: the checkout's tracked tables stay.
+    const std::filesystem::path samples = runnertest::SourceFolder() / "samples/config";
+    std::map<std::string, std::string> before;
+    for (const auto& entry : std::filesystem::recursive_directory_iterator(samples))
+        if (entry.is_regular_file()) before[entry.path().string()] = runnertest::ReadText(entry.path());
+    const std::filesystem::path home = runnertest::Scratch("typing-user") / "home";
+    const HostRun run = RunHost({"run", "-e", "set string01 M-试-" + std::to_string(::getpid()), "-e", "close"},
+                                {"LOCALAPPDATA", "HOME=" + home.string()});
+    EXPECT_EQ(0, run.status) << run.err;
+    for (const auto& [path, text] : before)
+        EXPECT_EQ(text, runnertest::ReadText(path)) << path << " is not changed";
+    bool grown = false;
+    for (const auto& entry : std::filesystem::recursive_directory_iterator(home / ".local/share/vornadel/VDConfig"))
+        if (entry.is_regular_file() && Contains(runnertest::ReadText(entry.path()), "M-")) grown = true;
+    EXPECT_TRUE(grown) << "the typed mould number went into the copy's option list";
 }
