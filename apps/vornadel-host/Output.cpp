@@ -289,11 +289,13 @@ void Printer::Selection(const host::SelectionRequest& r) {
     out_.flush();
 }
 
-void Printer::Opened(const std::string& path) {
+void Printer::Opened(const std::string& path, bool reallyOpened) {
     if (format_ == Format::Tsv) {
         out_ << "open\t" << TsvField(Utf8(path)) << '\n';
-    } else {
+    } else if (reallyOpened) {
         out_ << "Opened with its program: " << Utf8(path) << '\n';
+    } else {
+        out_ << "Would open with its program (--open opens it): " << Utf8(path) << '\n';
     }
     out_.flush();
 }

@@ -57,8 +57,9 @@ public:
     void TreeState(const TreeStateView& state);
     // A selection dialog the plug-in showed.
     void Selection(const host::SelectionRequest& request);
-    // A file the plug-in asked to open with its program (path in GBK).
-    void Opened(const std::string& path);
+    // A file the plug-in asked to open with its program (path in GBK); really opened only with
+    // --open, otherwise only recorded.
+    void Opened(const std::string& path, bool reallyOpened);
     // An edit whose text the cell did not take (text as written in the script, UTF-8).
     void EditRefused(const RowAddress& row, int column, const std::string& utf8Text);
     // A menu item that could not be chosen: "missing", "disabled" or "hidden".

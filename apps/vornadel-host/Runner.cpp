@@ -6,6 +6,7 @@
 #include <fstream>
 #include <memory>
 #include <optional>
+#include <random>
 #include <sstream>
 
 #include <NXOpen/Selection.hxx>
@@ -90,16 +91,17 @@ private:
 // Prints the selection dialogs and opened files the host recorded since the last call.
 class EventLog {
 public:
-    explicit EventLog(Printer& printer) : printer_(printer) {}
+    EventLog(Printer& printer, bool reallyOpen) : printer_(printer), reallyOpen_(reallyOpen) {}
     void Flush() {
         const std::vector<host::SelectionRequest>& requests = host::SelectionRequests();
         for (; selections_ < requests.size(); ++selections_) printer_.Selection(requests[selections_]);
         const std::vector<std::string>& opened = host::OpenedFiles();
-        for (; opened_ < opened.size(); ++opened_) printer_.Opened(opened[opened_]);
+        for (; opened_ < opened.size(); ++opened_) printer_.Opened(opened[opened_], reallyOpen_);
     }
 
 private:
     Printer& printer_;
+    bool reallyOpen_;
     size_t selections_ = 0;
     size_t opened_ = 0;
 };
@@ -351,10 +353,53 @@ std::string LocalAppData(const Options& options) {
     return folder;
 }
 
+// The runner's own per-user folder: LOCALAPPDATA\vornadel on Windows (and wherever the process
+// has LOCALAPPDATA), else ~/.local/share/vornadel.
+fs::path RunnerUserFolder() {
+    if (const char* local = getenv("LOCALAPPDATA")) return fs::u8path(local) / "vornadel";
+    const char* home = getenv("HOME");
+    return fs::u8path(home ? home : ".") / ".local" / "share" / "vornadel";
+}
+
+// Without --config the plug-in works on a per-user copy of the bundled configuration root, made
+// the first time (and said then), so that typing a new head value grows the copy's option lists
+// and never the checkout's tables. Several runs at once: each copies into a folder of its own and
+// the first to rename it into place wins. Throws std::runtime_error when it cannot be made.
+std::string BundledConfigurationCopy(const std::string& bundledRoot, std::ostream& err) {
+    const fs::path copy = RunnerUserFolder() / "VDConfig";
+    std::error_code ec;
+    if (fs::is_directory(copy, ec)) return copy.u8string();
+    const fs::path staging = copy.parent_path() / ("VDConfig.new-" + std::to_string(std::random_device{}()));
+    fs::remove_all(staging, ec);
+    fs::create_directories(staging, ec);
+    if (!ec) fs::copy(fs::u8path(bundledRoot) / "config", staging / "config", fs::copy_options::recursive, ec);
+    if (ec) {
+        fs::remove_all(staging, ec);
+        throw std::runtime_error("cannot make the per-user copy of the bundled configuration in " + copy.u8string() +
+                                 "; name a configuration root with --config");
+    }
+    fs::rename(staging, copy, ec);
+    if (ec) {
+        fs::remove_all(staging, ec);  // another run made it first
+    } else {
+        err << "vornadel-host: without --config the plug-in works on a copy of the bundled configuration, made now: "
+            << copy.u8string() << " (delete it to start again from the bundled one)\n";
+    }
+    return copy.u8string();
+}
+
 std::string ReadAll(std::istream& in) {
     std::ostringstream content;
     content << in.rdbuf();
     return content.str();
+}
+
+// With --save or --save-as, says on standard error that the part was not saved, and why.
+void SayNothingSaved(const Options& options, std::ostream& err, const std::string& why) {
+    if (!options.save && !options.saveAs) return;
+    err << "vornadel-host: nothing was saved";
+    if (options.saveAs) err << " to " << *options.saveAs;
+    err << ": " << why << '\n';
 }
 
 // Where the commands come from. Throws ScriptError naming the place of the first bad line.
@@ -422,6 +467,7 @@ int Run(const Options& options, const Installation& installation, std::istream& 
         source = MakeSource(options, in, interactive, out);
     } catch (const ScriptError& e) {
         err << e.what() << '\n';
+        SayNothingSaved(options, err, "the script does not parse, so nothing ran");
         return kExitUsage;
     }
 
@@ -442,7 +488,13 @@ int Run(const Options& options, const Installation& installation, std::istream& 
     }
 
     // The machine the plug-in runs on: NX's environment, the process environment, the clock.
-    const std::string configRoot = options.configRoot ? *options.configRoot : installation.sourceRoot + "/samples";
+    std::string configRoot;
+    try {
+        configRoot = options.configRoot ? *options.configRoot : BundledConfigurationCopy(installation.sourceRoot + "/samples", err);
+    } catch (const std::runtime_error& e) {
+        err << "vornadel-host: " << e.what() << '\n';
+        return kExitFailed;
+    }
     host::SetEnvironmentVariable("VDConfig", host::Utf8ToGbk(configRoot));
     if (kMapsDrives) SetProcessVariable("VORNADEL_DRIVES", DriveTable(options, installation));
     // The plug-in reports a missing configuration in its own words, which do not say which
@@ -461,7 +513,7 @@ int Run(const Options& options, const Installation& installation, std::istream& 
     host::SetDialogSearchPath({installation.sourceRoot + "/dialog"});
 
     Printer printer(out, options.format);
-    EventLog events(printer);
+    EventLog events(printer, options.reallyOpen);
     Executor executor(*source, printer, options.format, events, out, err);
     host::SetMessageListener([&](const host::MessageRecord& m) {
         events.Flush();
@@ -504,6 +556,7 @@ int Run(const Options& options, const Installation& installation, std::istream& 
                 if (executor.Failed()) status = kExitFailed;
             }
         }
+        if (status != kExitOk) SayNothingSaved(options, err, "the run failed (above)");
         if (status == kExitOk && (options.save || options.saveAs)) {
             try {
                 host::SaveWorkPart(options.saveAs ? *options.saveAs : partFile);

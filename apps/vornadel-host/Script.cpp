@@ -183,7 +183,9 @@ std::optional<Command> ParseLine(const std::string& rawLine, int lineNumber) {
 
 std::vector<Command> ParseScript(const std::string& text, const std::string& source) {
     std::vector<Command> commands;
-    size_t start = 0;
+    // Notepad saves UTF-8 with a byte-order mark; it is no part of the first command.
+    static const char kUtf8Mark[] = "\xEF\xBB\xBF";
+    size_t start = text.rfind(kUtf8Mark, 0) == 0 ? sizeof kUtf8Mark - 1 : 0;
     int lineNumber = 0;
     while (start < text.size()) {
         size_t end = text.find('\n', start);

@@ -212,11 +212,35 @@ TEST_F(PartFile, DeeplyNestedValueIsRefusedWithoutCrashing) {
         << "host: a malformed file never crashes the host";
 }
 
+TEST_F(PartFile, LeafThatIsNoFileNameIsRefusedWithItsPlace) {
+    // The export makes the folder and file names of the leaf: "..\\..\\evil" wrote outside the
+    // output folder.
+    const std::vector<std::pair<std::string, std::string>> cases = {
+        {u8R"(..\\..\\evil)", "holds '\\'"},
+        {"A/B", "holds '/'"},
+        {"C:A", "holds ':'"},
+        {"A*", "holds '*'"},
+        {"A?", "holds '?'"},
+        {u8R"(A\")", "holds '\"'"},
+        {"<A>", "holds '<'"},
+        {"A|B", "holds '|'"},
+        {"..", "holds \"..\""},
+        {u8R"(A\tB)", "holds a control character"},
+    };
+    for (const auto& [leaf, why] : cases) {
+        const std::string error = LoadError(u8R"({"format": "vornadel-part/1", "leaf": ")" + leaf + u8R"("})");
+        EXPECT_TRUE(Contains(error, "bad.part.json: leaf: ") && Contains(error, "is not a file name in NX: it " + why))
+            << "host: " << leaf << " -> " << error;
+    }
+    EXPECT_EQ("", LoadError(u8R"({"format": "vornadel-part/1", "leaf": "A100-模具.v2"})"))
+        << "host: Chinese, a dot and a hyphen are file-name characters";
+}
+
 TEST_F(PartFile, NestingUpToTheLimitIsParsed) {
     // 100 levels parse (and the value is then refused for what it is); brackets inside strings
     // do not count.
     std::string nested = std::string(98, '[') + std::string(98, ']');
-    EXPECT_TRUE(Contains(LoadError(u8R"({"format": "vornadel-part/1", "leaf": "[[[\"[[[", "attributes": {"x": )" + nested + "}}"),
+    EXPECT_TRUE(Contains(LoadError(u8R"({"format": "vornadel-part/1", "leaf": "A", "attributes": {"[[[\"[[[": "v", "x": )" + nested + "}}"),
                          "bad.part.json: attributes.x: an array is not an attribute value"));
     nested = "[" + nested + "]";
     EXPECT_TRUE(Contains(LoadError(u8R"({"format": "vornadel-part/1", "leaf": "A", "attributes": {"x": )" + nested + "}}"),

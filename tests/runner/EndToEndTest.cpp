@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <map>
 
 #include "RunHost.h"
 
@@ -117,6 +118,8 @@ TEST(RunnerPartFile, PartFilesThatOnceEndedTheRunnerAreRefusedWithAMessage) {
         {head + u8R"("A", "zz": )" + std::string(100000, '[') + std::string(100000, ']') + "}",
          "nested deeper than 100 levels"},
         {head + u8R"("T\u0000X"})", "leaf: text holds a NUL character"},
+        // A leaf that is no file name made the export write outside the output folder.
+        {head + u8R"("..\\..\\evil"})", u8R"(leaf: "..\\..\\evil" is not a file name in NX: it holds '\')"},
     };
     for (const auto& [json, message] : cases) {
         runnertest::WriteText(dir / "bad.part.json", json);
@@ -351,6 +354,14 @@ TEST(RunnerCommands, FailingScriptCommandIsNamedByItsFileAndLine) {
     EXPECT_FALSE(HasLine(run, "part\tbracket")) << "nothing after it runs";
 }
 
+TEST(RunnerCommands, ScriptSavedWithAByteOrderMarkRuns) {
+    const std::filesystem::path script = runnertest::Scratch("marked-script") / "steps.txt";
+    runnertest::WriteText(script, "\xEF\xBB\xBFpress button03\nclose\n");
+    const HostRun run = RunTestPlugin({"--script", script.string()});
+    EXPECT_EQ(0, run.status) << run.err;
+    EXPECT_TRUE(HasLine(run, Event("update_cb button03"))) << "the first command, behind Notepad's UTF-8 mark, ran";
+}
+
 // ---- output ------------------------------------------------------------------------------------
 
 TEST(RunnerOutput, TsvTreeOfTheTestPlugin) {
@@ -446,6 +457,20 @@ TEST(RunnerSave, FailedRunSavesNothing) {
     const HostRun run = RunTestPlugin({"-e", "press button0", "-e", "click 7", "--save"}, {}, part.string());
     EXPECT_EQ(1, run.status) << "the click fails";
     EXPECT_EQ(before, runnertest::ReadText(part)) << "a failed run leaves the part file alone";
+    EXPECT_TRUE(Contains(run.err, "vornadel-host: nothing was saved: the run failed (above)")) << run.err;
+}
+
+TEST(RunnerSave, ScriptThatDoesNotParseSaysNothingWasSaved) {
+    const std::filesystem::path dir = runnertest::Scratch("save-typo");
+    const std::filesystem::path script = dir / "steps.txt";
+    runnertest::WriteText(script, "press button0\npres button0\n");
+    const std::string out = (dir / "out.part.json").string();
+    const HostRun run = RunTestPlugin({"--script", script.string(), "--save-as", out});
+    EXPECT_EQ(2, run.status) << "a line that does not parse";
+    EXPECT_TRUE(Contains(run.err, script.string() + ":2: unknown command")) << run.err;
+    EXPECT_TRUE(Contains(run.err, "vornadel-host: nothing was saved to " + out + ": the script does not parse, so nothing ran"))
+        << run.err;
+    EXPECT_FALSE(std::filesystem::exists(out)) << "no file was written";
 }
 
 TEST(RunnerSave, AFileAfterSaveIsThePartThatRunsNotATarget) {
@@ -545,8 +570,37 @@ TEST(RunnerEnvironment, LocalAppDataIsTheProcessOwnElseAFolderUnderHome) {
     EXPECT_TRUE(std::filesystem::is_directory(folder)) << "the folder under HOME is made";
 }
 
-TEST(RunnerEnvironment, DefaultsAreTheBundledSamples) {
-    const HostRun run = RunTestPlugin({"-e", "press button04", "-e", "close"});
-    const std::string samples = (runnertest::SourceFolder() / "samples").string();
-    EXPECT_TRUE(HasLine(run, Event("VDConfig " + samples))) << "the configuration root defaults to the samples";
+TEST(RunnerEnvironment, WithoutConfigThePluginWorksOnAPerUserCopyOfTheBundledConfiguration) {
+    const std::filesystem::path home = runnertest::Scratch("fresh-user") / "home";
+    const std::vector<std::string> user = {"LOCALAPPDATA", "HOME=" + home.string()};
+    const std::filesystem::path copy = home / ".local/share/vornadel/VDConfig";
+    const HostRun first = RunTestPlugin({"-e", "press button04", "-e", "close"}, user);
+    EXPECT_EQ(0, first.status) << first.err;
+    EXPECT_TRUE(HasLine(first, Event("VDConfig " + copy.string()))) << "the configuration root is the copy";
+    EXPECT_TRUE(Contains(first.err, "vornadel-host: without --config the plug-in works on a copy of the bundled "
+                                    "configuration, made now: " + copy.string()))
+        << first.err;
+    const std::filesystem::path bundled = runnertest::SourceFolder() / "samples/config/standard.csv";
+    EXPECT_EQ(runnertest::ReadText(bundled), runnertest::ReadText(copy / "config/standard.csv")) << "a copy of the tables";
+    const HostRun second = RunTestPlugin({"-e", "press button04", "-e", "close"}, user);
+    EXPECT_TRUE(HasLine(second, Event("VDConfig " + copy.string()))) << "later runs use the same copy";
+    EXPECT_FALSE(Contains(second.err, "made now")) << "and say nothing of it";
+}
+
+TEST(RunnerEnvironment, TypingAHeadValueWithoutConfigLeavesTheCheckoutAlone) {
+    // The option lists grow as designed, in the copy: the checkout's tracked tables stay.
+    const std::filesystem::path samples = runnertest::SourceFolder() / "samples/config";
+    std::map<std::string, std::string> before;
+    for (const auto& entry : std::filesystem::recursive_directory_iterator(samples))
+        if (entry.is_regular_file()) before[entry.path().string()] = runnertest::ReadText(entry.path());
+    const std::filesystem::path home = runnertest::Scratch("typing-user") / "home";
+    const HostRun run = RunHost({"run", "-e", "set string01 M-试-" + std::to_string(::getpid()), "-e", "close"},
+                                {"LOCALAPPDATA", "HOME=" + home.string()});
+    EXPECT_EQ(0, run.status) << run.err;
+    for (const auto& [path, text] : before)
+        EXPECT_EQ(text, runnertest::ReadText(path)) << path << " is not changed";
+    bool grown = false;
+    for (const auto& entry : std::filesystem::recursive_directory_iterator(home / ".local/share/vornadel/VDConfig"))
+        if (entry.is_regular_file() && Contains(runnertest::ReadText(entry.path()), "M-")) grown = true;
+    EXPECT_TRUE(grown) << "the typed mould number went into the copy's option list";
 }

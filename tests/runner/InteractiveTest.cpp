@@ -19,6 +19,7 @@ Session Type(const std::string& typed) {
     options.part = runnertest::FixturePart("bracket.part.json");
     options.plugin = runnertest::TestPlugin();
     options.localAppData = runnertest::Scratch("interactive").string();
+    options.configRoot = (runnertest::TestUserFolder() / "vornadel" / "VDConfig").string();
     options.format = runner::Format::Tsv;
     runner::Installation installation{runnertest::SourceFolder().string(), runnertest::BinaryFolder().string()};
     std::istringstream in(typed);

@@ -63,7 +63,8 @@ std::string PrintEvents(Format format) {
     return Print(format, [](Printer& p) {
         p.EditRefused({1, 2}, 3, u8"文本");
         p.MenuRefused({2, 0}, 5, "disabled");
-        p.Opened("D:\\out\\测试.xls");
+        p.Opened("D:\\out\\测试.xls", true);
+        p.Opened("D:\\out\\测试-1.xls", false);
         p.Selection(SampleSelection());
     });
 }
@@ -176,6 +177,7 @@ TEST(RunnerOutput, RefusalsAndEventsHaveTheirOwnLines) {
         u8"edit-refused\t1.2\t3\t文本\n"
         u8"menu-refused\t2\t5\tdisabled\n"
         u8"open\tD:\\out\\测试.xls\n"
+        u8"open\tD:\\out\\测试-1.xls\n"
         u8"selection\t选择\t选择标准件\n";
     EXPECT_EQ(expected, out) << "one line per event, its kind first";
 }
@@ -198,6 +200,7 @@ TEST(RunnerOutput, TextEventsAreSentences) {
         u8"The cell of row 1.2, column 3 did not take the text.\n"
         u8"Menu item 5 on row 2 is disabled: nothing runs.\n"
         u8"Opened with its program: D:\\out\\测试.xls\n"
+        u8"Would open with its program (--open opens it): D:\\out\\测试-1.xls\n"
         u8"Selection dialog: 选择: 选择标准件\n";
     EXPECT_EQ(expected, PrintEvents(Format::Text)) << "one sentence per event";
 }

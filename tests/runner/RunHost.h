@@ -66,14 +66,28 @@ inline std::filesystem::path Scratch(const std::string& name) {
 
 // Runs vornadel-host with args; env entries ("NAME=VALUE") are added to its environment ("NAME"
 // removes NAME), input is its standard input. Runs from the checkout's root.
+// The per-user folder the runs of a test share (LOCALAPPDATA), with the runner's copy of the
+// bundled configuration made beforehand: no run says it made one, and none touches the user's.
+inline std::filesystem::path TestUserFolder() {
+    const std::filesystem::path user = ScratchRoot() / "user";
+    const std::filesystem::path copy = user / "vornadel" / "VDConfig" / "config";
+    if (!std::filesystem::is_directory(copy)) {
+        std::filesystem::create_directories(copy.parent_path());
+        std::filesystem::copy(SourceFolder() / "samples" / "config", copy, std::filesystem::copy_options::recursive);
+    }
+    return user;
+}
+
 inline HostRun RunHost(const std::vector<std::string>& args, const std::vector<std::string>& env = {},
                        const std::string& input = "") {
     const std::filesystem::path dir = Scratch("process");
     WriteText(dir / "in", input);
     std::vector<std::string> all{(BinaryFolder() / "vornadel-host").string()};
     all.insert(all.end(), args.begin(), args.end());
+    std::vector<std::string> environment{"LOCALAPPDATA=" + TestUserFolder().string()};
+    environment.insert(environment.end(), env.begin(), env.end());
     HostRun run;
-    run.status = Spawn(all, env, dir / "in", dir / "out", dir / "err", SourceFolder());
+    run.status = Spawn(all, environment, dir / "in", dir / "out", dir / "err", SourceFolder());
     run.out = ReadText(dir / "out");
     run.err = ReadText(dir / "err");
     return run;

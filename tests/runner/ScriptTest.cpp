@@ -120,6 +120,16 @@ TEST(RunnerScript, CommentsAndBlankLinesAreSkippedButCounted) {
     EXPECT_EQ(6, commands[1].line) << "the last line needs no line end";
 }
 
+TEST(RunnerScript, AUtf8ByteOrderMarkAtTheHeadIsSkipped) {
+    const std::vector<Command> commands = ParseScript("\xEF\xBB\xBFshow tree\nclose\n", "s.txt");
+    ASSERT_EQ(2u, commands.size()) << "the mark is no command of its own";
+    EXPECT_EQ("show tree", commands[0].source) << "nor part of the first";
+    EXPECT_EQ(1, commands[0].line) << "and no line";
+    EXPECT_EQ("s.txt:2: unknown command \"\xEF\xBB\xBF" "close\" (help lists the commands)",
+              ErrorOf("show tree\n\xEF\xBB\xBF" "close\n"))
+        << "only at the head of the script";
+}
+
 TEST(RunnerScript, ABadLineIsNamedByNumber) {
     EXPECT_EQ("s.txt:2: unknown command \"jump\" (help lists the commands)", ErrorOf("show tree\njump 3\n"))
         << "an unknown command";

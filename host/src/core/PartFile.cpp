@@ -199,6 +199,7 @@ public:
         auto part = std::make_unique<PartImpl>();
         part->leaf = Text(Required(root, "", "leaf"), "leaf");
         if (part->leaf.empty()) Fail("leaf", "the leaf name is empty");
+        CheckLeafIsAFileName(root["leaf"].get<std::string>());
         part->fullPath = Utf8ToGbk(std::filesystem::absolute(file_).lexically_normal().string());
         if (root.contains("attributes")) ReadAttributes(root["attributes"], "attributes", part->attributes);
 
@@ -294,6 +295,21 @@ private:
     const Json& Required(const Json& object, const std::string& path, const char* key) const {
         if (!object.contains(key)) Fail(Member(path, key), "missing");
         return object[key];
+    }
+
+    // In NX a part's leaf name is the name of its file: the export makes a folder and a file of
+    // it, so a name that is no Windows file name (a folder separator, "..", a character Windows
+    // forbids) would write somewhere else. Checked on the UTF-8 text: a GBK trail byte can be '\\'.
+    void CheckLeafIsAFileName(const std::string& utf8) const {
+        static const char kForbidden[] = "\\/:*?\"<>|";
+        for (char c : utf8) {
+            if (static_cast<unsigned char>(c) < 0x20)
+                Fail("leaf", Show(Json(utf8)) + " is not a file name in NX: it holds a control character");
+            if (std::strchr(kForbidden, c) != nullptr)
+                Fail("leaf", Show(Json(utf8)) + " is not a file name in NX: it holds '" + std::string(1, c) + "'");
+        }
+        if (utf8.find("..") != std::string::npos)
+            Fail("leaf", Show(Json(utf8)) + " is not a file name in NX: it holds \"..\"");
     }
 
     // A JSON string as GBK.
