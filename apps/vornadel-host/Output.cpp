@@ -284,7 +284,9 @@ void Printer::Selection(const host::SelectionRequest& r) {
     if (format_ == Format::Tsv) {
         out_ << "selection\t" << TsvField(Utf8(r.title)) << '\t' << TsvField(Utf8(r.message)) << '\n';
     } else {
-        out_ << "Selection dialog: " << Utf8(r.title) << ": " << Utf8(r.message) << '\n';
+        out_ << "Selection dialog: " << Utf8(r.title) << ": " << Utf8(r.message);
+        if (r.unanswered) out_ << " (no answer-selection was queued: cancelled)";
+        out_ << '\n';
     }
     out_.flush();
 }

@@ -112,6 +112,7 @@ struct SelectionRequest {
     bool keepHighlighted;
     std::vector<NXOpen::Selection::MaskTriple> masks;
     std::vector<unsigned int> highlighted;  // the work part's highlighted bodies while it was shown
+    bool unanswered = false;                // no answer was queued, so the designer cancelled
 };
 
 // The answer the next selection dialog gives: a response and, for Ok, the objects by tag.

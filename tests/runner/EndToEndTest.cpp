@@ -362,6 +362,15 @@ TEST(RunnerCommands, ScriptSavedWithAByteOrderMarkRuns) {
     EXPECT_TRUE(HasLine(run, Event("update_cb button03"))) << "the first command, behind Notepad's UTF-8 mark, ran";
 }
 
+TEST(RunnerCommands, GroupButtonWithNoSelectionAnswerQueuedSaysTheSelectionWasCancelled) {
+    const HostRun run = RunHost({"run", "-e", "press button04", "-e", "close"});
+    EXPECT_EQ(0, run.status) << run.err;
+    EXPECT_TRUE(HasLine(run, u8"Selection dialog: 设置组: 选择需要设置为同一组的实体 (no answer-selection was queued: cancelled)"))
+        << run.out;
+    const HostRun answered = RunHost({"run", "-e", "answer-selection cancel", "-e", "press button04", "-e", "close"});
+    EXPECT_TRUE(HasLine(answered, u8"Selection dialog: 设置组: 选择需要设置为同一组的实体")) << "a queued cancel is the designer's";
+}
+
 // ---- output ------------------------------------------------------------------------------------
 
 TEST(RunnerOutput, TsvTreeOfTheTestPlugin) {

@@ -66,6 +66,9 @@ std::string PrintEvents(Format format) {
         p.Opened("D:\\out\\测试.xls", true);
         p.Opened("D:\\out\\测试-1.xls", false);
         p.Selection(SampleSelection());
+        host::SelectionRequest unanswered = SampleSelection();
+        unanswered.unanswered = true;
+        p.Selection(unanswered);
     });
 }
 
@@ -178,6 +181,7 @@ TEST(RunnerOutput, RefusalsAndEventsHaveTheirOwnLines) {
         u8"menu-refused\t2\t5\tdisabled\n"
         u8"open\tD:\\out\\测试.xls\n"
         u8"open\tD:\\out\\测试-1.xls\n"
+        u8"selection\t选择\t选择标准件\n"
         u8"selection\t选择\t选择标准件\n";
     EXPECT_EQ(expected, out) << "one line per event, its kind first";
 }
@@ -201,7 +205,8 @@ TEST(RunnerOutput, TextEventsAreSentences) {
         u8"Menu item 5 on row 2 is disabled: nothing runs.\n"
         u8"Opened with its program: D:\\out\\测试.xls\n"
         u8"Would open with its program (--open opens it): D:\\out\\测试-1.xls\n"
-        u8"Selection dialog: 选择: 选择标准件\n";
+        u8"Selection dialog: 选择: 选择标准件\n"
+        u8"Selection dialog: 选择: 选择标准件 (no answer-selection was queued: cancelled)\n";
     EXPECT_EQ(expected, PrintEvents(Format::Text)) << "one sentence per event";
 }
 
