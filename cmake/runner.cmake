@@ -8,7 +8,7 @@ target_include_directories(vornadel-host-core
   PUBLIC ${VORNADEL_ROOT}/apps/vornadel-host ${VORNADEL_ROOT}/host/src ${VORNADEL_ROOT}/src)
 # The bundled samples and dialog file are found in the checkout the runner was built from.
 target_compile_definitions(vornadel-host-core PRIVATE VORNADEL_SOURCE_DIR="${VORNADEL_ROOT}")
-target_link_libraries(vornadel-host-core PUBLIC nxhost ${CMAKE_DL_LIBS})
+target_link_libraries(vornadel-host-core PUBLIC nxhost xls ${CMAKE_DL_LIBS})
 if(WIN32)
   # CommandLineToArgvW: the arguments as the wide command line gives them.
   target_link_libraries(vornadel-host-core PUBLIC shell32)

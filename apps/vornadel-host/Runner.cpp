@@ -2,6 +2,8 @@
 
 #include <stdlib.h>
 
+#include <cctype>
+
 #include <filesystem>
 #include <fstream>
 #include <memory>
@@ -13,6 +15,7 @@
 
 #include "Driver.hpp"
 #include "HostSession.hpp"
+#include "Outcomes.hpp"
 #include "Output.hpp"
 #include "Platform.hpp"
 #include "Plugin.hpp"
@@ -113,9 +116,10 @@ private:
 // and "show" prints it again (a mould of thousands of bodies is not printed after every click).
 class Executor {
 public:
-    Executor(CommandSource& source, Printer& printer, Format format, EventLog& events, std::ostream& out,
-             std::ostream& err)
-        : source_(source), printer_(printer), format_(format), events_(events), out_(out), err_(err) {}
+    Executor(CommandSource& source, Printer& printer, Format format, EventLog& events, Outcomes& outcomes,
+             std::ostream& out, std::ostream& err)
+        : source_(source), printer_(printer), format_(format), events_(events), outcomes_(outcomes), out_(out),
+          err_(err) {}
 
     // The dialog script: runs commands until "close", the end of the input or a failure.
     void InDialog(host::LiveDialog& dialog) {
@@ -165,9 +169,11 @@ private:
 
     // Runs one command; false when the dialog is gone after it (closed, or a failure closed it).
     bool Execute(const Command& c, host::LiveDialog* dialog) {
+        outcomes_.BeforeCommand();
         try {
             Run(c, dialog);
             events_.Flush();
+            outcomes_.AfterCommand(c, source_.Where(c), dialog);
             return c.kind != CommandKind::Close;
         } catch (const ScriptError& e) {
             events_.Flush();
@@ -311,6 +317,7 @@ private:
     Printer& printer_;
     const Format format_;
     EventLog& events_;
+    Outcomes& outcomes_;
     std::ostream& out_;
     std::ostream& err_;
     bool failed_ = false;     // a command failed: the run fails
@@ -386,6 +393,18 @@ std::string BundledConfigurationCopy(const std::string& bundledRoot, std::ostrea
             << copy.u8string() << " (delete it to start again from the bundled one)\n";
     }
     return copy.u8string();
+}
+
+// Vornadel's export button: the runner checks what each press of it left behind.
+const char kExportButton[] = "button01";
+
+// The plug-in is Vornadel (the default one, or a library of that name) rather than another
+// user function, whose buttons mean something else.
+bool RunsVornadel(const Options& options) {
+    if (!options.plugin) return true;
+    std::string stem = fs::u8path(*options.plugin).stem().u8string();
+    for (char& c : stem) c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
+    return stem == "vornadel" || stem == "libvornadel";
 }
 
 std::string ReadAll(std::istream& in) {
@@ -514,10 +533,13 @@ int Run(const Options& options, const Installation& installation, std::istream& 
 
     Printer printer(out, options.format);
     EventLog events(printer, options.reallyOpen);
-    Executor executor(*source, printer, options.format, events, out, err);
+    Outcomes outcomes(RunsVornadel(options) ? kExportButton : "",
+                      kMapsDrives ? std::optional<std::string>(DriveTable(options, installation)) : std::nullopt);
+    Executor executor(*source, printer, options.format, events, outcomes, out, err);
     host::SetMessageListener([&](const host::MessageRecord& m) {
         events.Flush();
         printer.Message(m);
+        outcomes.Message(m);
     });
     host::SetDialogScript([&](host::LiveDialog& dialog) { executor.InDialog(dialog); });
 
@@ -556,8 +578,9 @@ int Run(const Options& options, const Installation& installation, std::istream& 
                 if (executor.Failed()) status = kExitFailed;
             }
         }
-        if (status != kExitOk) SayNothingSaved(options, err, "the run failed (above)");
-        if (status == kExitOk && (options.save || options.saveAs)) {
+        if (outcomes.Report(err) && status == kExitOk) status = kExitLost;
+        if (status == kExitFailed) SayNothingSaved(options, err, "the run failed (above)");
+        if (status != kExitFailed && (options.save || options.saveAs)) {
             try {
                 host::SaveWorkPart(options.saveAs ? *options.saveAs : partFile);
             } catch (const host::PartFileError& e) {

@@ -85,6 +85,19 @@ NXOpen::Body* FindBody(unsigned int tag);
 // The tags of the work part's highlighted bodies (DisplayableObject::Highlight), in part order.
 std::vector<unsigned int> HighlightedBodies();
 
+// Attribute writes the host refused because NX's limits do not hold the value (a title over
+// UF_ATTR_MAX_TITLE_LEN or a string over UF_ATTR_MAX_STRING_LEN bytes): NX returns an error code,
+// which a caller may ignore; the runner reads them here to say what was not stored.
+struct RefusedAttribute {
+    unsigned int tag = 0;  // the object the attribute was for
+    std::string title;     // GBK, as given
+    std::string value;     // GBK, as given
+    int code = 0;          // the error code returned
+};
+
+// Every refused attribute write since ResetSession, in order.
+const std::vector<RefusedAttribute>& RefusedAttributes();
+
 // ---------------------------------------------------------------------------------------------
 // Message boxes
 
