@@ -523,6 +523,12 @@ int Run(const Options& options, const Installation& installation, std::istream& 
         err << "vornadel-host: the configuration root (VDConfig) " << configRoot;
         if (configFolder != configRoot) err << " (" << configFolder << ")";
         err << " is not an existing folder\n";
+    } else if (!fs::exists(fs::u8path(configFolder) / "config" / "standard.csv", ec)) {
+        // Without its selector table the plug-in takes ROOT\config itself as the active folder and
+        // names only the tables it then misses there.
+        err << "vornadel-host: the configuration root (VDConfig) " << configRoot << " has no config\\standard.csv"
+            << " (the table that chooses the active configuration folder): the plug-in looks for its tables in "
+            << configRoot << "\\config itself\n";
     }
     SetProcessVariable("LOCALAPPDATA", LocalAppData(options));
     if (options.desktop) SetProcessVariable("VORNADEL_DESKTOP", *options.desktop);

@@ -165,4 +165,19 @@ TEST_F(ExportOutcome, AnotherPluginsButtonIsNoExport) {
     EXPECT_EQ("", run.err);
 }
 
+// The plug-in reads a configuration root without its selector table as if the active folder were
+// ROOT\config and names the tables it misses there: the runner names the selector first.
+using ConfigurationRoot = ExportOutcome;
+
+TEST_F(ConfigurationRoot, AMissingSelectorTableIsNamed) {
+    fs::remove(scratch_ / "cfg" / "config" / "standard.csv");
+    const HostRun run = Run({"close"});
+    EXPECT_TRUE(Contains(run.err, "vornadel-host: the configuration root (VDConfig) " + (scratch_ / "cfg").string() +
+                                      " has no config\\standard.csv (the table that chooses the active configuration "
+                                      "folder): the plug-in looks for its tables in " +
+                                      (scratch_ / "cfg").string() + "\\config itself\n"))
+        << run.err;
+    EXPECT_TRUE(Contains(run.out, "bom_head_config.csv")) << "the plug-in's own message follows";
+}
+
 }  // namespace
