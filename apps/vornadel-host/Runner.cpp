@@ -6,6 +6,7 @@
 
 #include <filesystem>
 #include <fstream>
+#include <iostream>
 #include <memory>
 #include <optional>
 #include <random>
@@ -15,6 +16,7 @@
 
 #include "Driver.hpp"
 #include "HostSession.hpp"
+#include "LineEditor.hpp"
 #include "Outcomes.hpp"
 #include "Output.hpp"
 #include "Platform.hpp"
@@ -62,17 +64,21 @@ private:
 
 const char kStandardInput[] = "stdin";
 
+const char kPrompt[] = "vornadel> ";
+
+// Lines typed at the terminal: edited (libedit, LineEditor.hpp) when they come from the process's
+// own terminal, else read from in after the prompt.
 class TerminalSource : public CommandSource {
 public:
-    TerminalSource(std::istream& in, std::ostream& out) : in_(in), out_(out) {}
+    TerminalSource(std::istream& in, std::ostream& out, bool editLines) : in_(in), out_(out), editLines_(editLines) {}
     std::optional<Command> Next() override {
         for (;;) {
-            out_ << "vornadel> " << std::flush;
-            std::string line;
-            if (!std::getline(in_, line)) {
-                out_ << '\n';
+            std::optional<std::string> typed = Read();
+            if (!typed) {
+                out_ << '\n' << std::flush;
                 return std::nullopt;
             }
+            const std::string& line = *typed;
             ++lines_;
             try {
                 std::optional<Command> c = ParseLine(line, lines_);
@@ -86,8 +92,18 @@ public:
     std::string Where(const Command& c) const override { return Place(kStandardInput, c.line); }
 
 private:
+    std::optional<std::string> Read() {
+        out_.flush();
+        if (editLines_) return ReadEditedLine(kPrompt);
+        out_ << kPrompt << std::flush;
+        std::string line;
+        if (!std::getline(in_, line)) return std::nullopt;
+        return line;
+    }
+
     std::istream& in_;
     std::ostream& out_;
+    const bool editLines_;
     int lines_ = 0;
 };
 
@@ -436,7 +452,9 @@ std::unique_ptr<CommandSource> MakeSource(const Options& options, std::istream& 
         }
         return std::make_unique<ListSource>(commands, "-e");
     }
-    if (!options.scriptFile && interactive) return std::make_unique<TerminalSource>(in, out);
+    // Lines are edited when they come from the process's own terminal (the runner's tests pass
+    // a stream of their own).
+    if (!options.scriptFile && interactive) return std::make_unique<TerminalSource>(in, out, &in == &std::cin);
     // A script file, "-", or standard input that is not a terminal.
     std::string name = kStandardInput;
     std::string text;

@@ -46,6 +46,7 @@ public:
         pid_ = fork();
         if (pid_ != 0) return;
         setsid();
+        setenv("TERM", "xterm", 1);  // a person's terminal says what it is
         const int fd = open(slave.c_str(), O_RDWR);
         if (fd < 0) _exit(127);
         dup2(fd, 0);
@@ -151,4 +152,22 @@ TEST(RunnerTerminal, EndOfInputClosesTheDialog) {
     const TerminalSession s = terminal.Finish();
     EXPECT_EQ(0, s.status) << s.screen;
     EXPECT_EQ(1u, Count(s.screen, kPrompt));
+}
+
+// The line is edited as typed: Ctrl-A goes to its start, the Up arrow brings back the line before.
+TEST(RunnerTerminal, LinesAreEditedAndRemembered) {
+    Terminal terminal;
+    ASSERT_TRUE(terminal.Open());
+    terminal.StartRunner("terminal-editing");
+    ASSERT_TRUE(terminal.WaitFor(kPrompt));
+    terminal.Type("ress button03\x01p\n");
+    ASSERT_TRUE(terminal.WaitFor("| update_cb button03\n")) << "Ctrl-A, then the missing p";
+    ASSERT_TRUE(terminal.WaitFor(kPrompt));
+    terminal.Type("\x1b[A\n");
+    ASSERT_TRUE(terminal.WaitFor("| update_cb button03\n")) << "the Up arrow repeats the line";
+    ASSERT_TRUE(terminal.WaitFor(kPrompt));
+    terminal.Type("close\n");
+    const TerminalSession s = terminal.Finish();
+    EXPECT_EQ(0, s.status) << s.screen;
+    EXPECT_EQ(2u, Count(s.screen, "| update_cb button03\n")) << s.screen;
 }
