@@ -32,10 +32,6 @@ bool IsWide(unsigned int cp) {
            (cp >= 0xFFE0 && cp <= 0xFFE6) || (cp >= 0x20000 && cp <= 0x3FFFD);
 }
 
-std::string Pad(const std::string& utf8, int width) {
-    return utf8 + std::string(static_cast<size_t>(std::max(0, width - DisplayWidth(utf8))), ' ');
-}
-
 std::string Joined(const std::vector<std::string>& gbkItems, const char* separator) {
     std::string joined;
     for (size_t i = 0; i < gbkItems.size(); ++i) {
@@ -71,6 +67,10 @@ std::string TsvField(const std::string& utf8) {
         }
     }
     return field;
+}
+
+std::string Pad(const std::string& utf8, int width) {
+    return utf8 + std::string(static_cast<size_t>(std::max(0, width - DisplayWidth(utf8))), ' ');
 }
 
 int DisplayWidth(const std::string& utf8) {
@@ -307,6 +307,25 @@ void Printer::EditRefused(const RowAddress& row, int column, const std::string& 
         out_ << "edit-refused\t" << RowText(row) << '\t' << column << '\t' << TsvField(utf8Text) << '\n';
     } else {
         out_ << "The cell of row " << RowText(row) << ", column " << column << " did not take the text.\n";
+    }
+    out_.flush();
+}
+
+void Printer::Menu(const std::string& where, const std::string& row,
+                   const std::vector<host::LiveDialog::MenuItemView>& items) {
+    auto state = [](const host::LiveDialog::MenuItemView& item) {
+        return item.hidden ? "hidden" : item.disabled ? "disabled" : "enabled";
+    };
+    if (format_ == Format::Tsv) {
+        for (const auto& item : items)
+            out_ << "menu-item\t" << row << '\t' << item.id << '\t' << TsvField(Utf8(item.text)) << '\t' << state(item) << '\n';
+    } else if (items.empty()) {
+        out_ << "The plug-in shows no menu on " << where << ".\n";
+    } else {
+        out_ << "Menu on " << where << ":\n";
+        for (const auto& item : items)
+            out_ << "  " << Pad(std::to_string(item.id), 4) << Utf8(item.text)
+                 << (item.hidden || item.disabled ? std::string("  (") + state(item) + ")" : std::string()) << '\n';
     }
     out_.flush();
 }

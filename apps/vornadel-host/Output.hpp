@@ -22,6 +22,8 @@ std::string TsvField(const std::string& utf8);
 // ambiguous ones included (× U+00D7, Φ U+03A6, ° U+00B0, ①): such a terminal shows them as wide
 // as a Chinese character, as a GBK console does. Any other character takes one.
 int DisplayWidth(const std::string& utf8);
+// The text followed by blanks up to width columns (DisplayWidth); a wider text as it is.
+std::string Pad(const std::string& utf8, int width);
 
 // A stream buffer in front of another stream's that keeps what reaches it UTF-8: a byte that
 // does not belong to a well-formed UTF-8 sequence is written as \xHH instead. It passes text on
@@ -62,6 +64,8 @@ public:
     void Opened(const std::string& path, bool reallyOpened);
     // An edit whose text the cell did not take (text as written in the script, UTF-8).
     void EditRefused(const RowAddress& row, int column, const std::string& utf8Text);
+    // The menu a right click showed (where: "row 1.2"; row as the tsv line names it).
+    void Menu(const std::string& where, const std::string& row, const std::vector<host::LiveDialog::MenuItemView>& items);
     // A menu item that could not be chosen: "missing", "disabled" or "hidden".
     void MenuRefused(const RowAddress& row, int itemId, const std::string& why);
 

@@ -256,6 +256,30 @@ private:
         }
     }
 
+    // What the commands take in this dialog: block ids, tree column numbers, and the menu items as
+    // a right click in the tree's empty space shows them (the plug-in's menu handler runs, as for
+    // a designer who right-clicks to look; nothing is chosen).
+    void DialogHelp(host::LiveDialog& dialog) {
+        out_ << "\nBlocks of this dialog (set, press and folder take the id):\n";
+        for (const host::BlockView& block : dialog.Blocks()) {
+            if (block.blockClass == "Group" || block.blockClass == "ScrolledWindow") continue;  // layout only
+            out_ << "  " << Pad(block.id, 26) << Pad(block.blockClass, 18) << host::GbkToUtf8(block.label) << '\n';
+        }
+        if (dialog.Tree() == nullptr) return;
+        out_ << "Tree columns (click and edit take the number):\n";
+        for (const host::ColumnView& column : dialog.Columns()) {
+            out_ << "  " << Pad(std::to_string(column.id), 4) << host::GbkToUtf8(column.title)
+                 << (column.visible ? "" : "  (hidden: not editable)") << '\n';
+        }
+        const std::vector<host::LiveDialog::MenuItemView> menu = Act(&dialog, [&] { return dialog.RightClick(nullptr, 0); });
+        out_ << "Menu items (menu <row> <id> chooses one; menu <row> lists what a row offers):\n";
+        if (menu.empty()) out_ << "  (the plug-in shows no menu in the tree's empty space)\n";
+        for (const host::LiveDialog::MenuItemView& item : menu) {
+            out_ << "  " << Pad(std::to_string(item.id), 4) << host::GbkToUtf8(item.text)
+                 << (item.hidden ? "  (hidden here)" : item.disabled ? "  (disabled here)" : "") << '\n';
+        }
+    }
+
     void Run(const Command& c, host::LiveDialog* dialog) {
         switch (c.kind) {
         case CommandKind::Set:
@@ -292,14 +316,20 @@ private:
         }
         case CommandKind::Menu: {
             NXOpen::BlockStyler::Node* node = Row(Shown(dialog), c.row);
+            const std::vector<host::LiveDialog::MenuItemView> menu =
+                Act(dialog, [&] { return dialog->RightClick(node, 0); });
+            if (!c.menuItem) {
+                printer_.Menu("row " + RowText(c.row), RowText(c.row), menu);  // looked at, then dismissed
+                return;
+            }
             std::string refused = "missing";
-            for (const host::LiveDialog::MenuItemView& item : Act(dialog, [&] { return dialog->RightClick(node, 0); })) {
-                if (item.id == c.menuItem) refused = item.hidden ? "hidden" : item.disabled ? "disabled" : "";
+            for (const host::LiveDialog::MenuItemView& item : menu) {
+                if (item.id == *c.menuItem) refused = item.hidden ? "hidden" : item.disabled ? "disabled" : "";
             }
             if (!refused.empty()) {
-                printer_.MenuRefused(c.row, c.menuItem, refused);
+                printer_.MenuRefused(c.row, *c.menuItem, refused);
             } else {
-                Act(dialog, [&] { dialog->ChooseMenuItem(c.menuItem); });
+                Act(dialog, [&] { dialog->ChooseMenuItem(*c.menuItem); });
             }
             return;
         }
@@ -324,7 +354,9 @@ private:
             Shown(dialog).Close();
             return;
         case CommandKind::Help:
-            out_ << CommandHelp() << std::flush;
+            out_ << CommandHelp();
+            if (dialog != nullptr && !dialog->Closed()) DialogHelp(*dialog);
+            out_.flush();
             return;
         }
     }
@@ -541,8 +573,8 @@ int Run(const Options& options, const Installation& installation, std::istream& 
         err << "vornadel-host: the configuration root (VDConfig) " << configRoot;
         if (configFolder != configRoot) err << " (" << configFolder << ")";
         err << " is not an existing folder\n";
-    } else if (!fs::exists(fs::u8path(configFolder) / "config" / "standard.csv", ec)) {
-        // Without its selector table the plug-in takes ROOT\config itself as the active folder and
+    } else if (RunsVornadel(options) && !fs::exists(fs::u8path(configFolder) / "config" / "standard.csv", ec)) {
+        // Without its selector table Vornadel takes ROOT\config itself as the active folder and
         // names only the tables it then misses there.
         err << "vornadel-host: the configuration root (VDConfig) " << configRoot << " has no config\\standard.csv"
             << " (the table that chooses the active configuration folder): the plug-in looks for its tables in "

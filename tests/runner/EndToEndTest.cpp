@@ -613,3 +613,21 @@ TEST(RunnerEnvironment, TypingAHeadValueWithoutConfigLeavesTheCheckoutAlone) {
         if (entry.is_regular_file() && Contains(runnertest::ReadText(entry.path()), "M-")) grown = true;
     EXPECT_TRUE(grown) << "the typed mould number went into the copy's option list";
 }
+
+// ---- menus and help ----------------------------------------------------------------------------
+
+TEST(RunnerMenu, AMenuWithoutAnItemIsListedAndNothingIsChosen) {
+    const HostRun run = RunTestPlugin({"-e", "menu 1.1"});
+    EXPECT_EQ(0, run.status) << run.err;
+    EXPECT_TRUE(HasLine(run, u8"menu-item\t1.1\t1\t添加到组\tenabled")) << run.out;
+    EXPECT_TRUE(HasLine(run, u8"menu-item\t1.1\t2\t解散组\tdisabled")) << run.out;
+    EXPECT_TRUE(HasLine(run, u8"menu-item\t1.1\t3\t隐藏项\thidden")) << run.out;
+    EXPECT_FALSE(Contains(run.out, "OnMenuSelectionCallback")) << "looked at, not chosen";
+}
+
+TEST(RunnerMenu, HelpAfterTheDialogListsTheCommandsOnly) {
+    const HostRun run = RunTestPlugin({"-e", "close", "-e", "help"});
+    EXPECT_EQ(0, run.status) << run.err;
+    EXPECT_TRUE(Contains(run.out, "  click <row> [<column>]"));
+    EXPECT_FALSE(Contains(run.out, "Tree columns")) << "no dialog, nothing of it";
+}
