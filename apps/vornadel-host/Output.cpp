@@ -120,6 +120,7 @@ int Utf8Filter::sync() {
         at += bad + 1;
     }
     pending_.clear();
+    if (!safe.empty() && beforeWriting_) beforeWriting_();
     target_ << safe;
     target_.flush();
     return target_ ? 0 : -1;

@@ -2,6 +2,7 @@
 // line for programs and transcripts (tsv). The tsv lines are defined in docs/runner.md.
 #pragma once
 
+#include <functional>
 #include <ostream>
 #include <streambuf>
 #include <string>
@@ -32,6 +33,8 @@ class Utf8Filter : public std::streambuf {
 public:
     explicit Utf8Filter(std::ostream& target) : target_(target) {}
     ~Utf8Filter() override { sync(); }
+    // Called before any text is passed on (the runner wipes its progress line there).
+    void BeforeWriting(std::function<void()> hook) { beforeWriting_ = std::move(hook); }
 
 protected:
     int_type overflow(int_type c) override;
@@ -41,6 +44,7 @@ protected:
 private:
     std::ostream& target_;
     std::string pending_;
+    std::function<void()> beforeWriting_;
 };
 
 // "error", "warning", "information" or "question".

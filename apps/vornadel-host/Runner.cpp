@@ -21,6 +21,7 @@
 #include "Output.hpp"
 #include "Platform.hpp"
 #include "Plugin.hpp"
+#include "Progress.hpp"
 #include "Script.hpp"
 #include "Snapshot.hpp"
 
@@ -133,9 +134,9 @@ private:
 class Executor {
 public:
     Executor(CommandSource& source, Printer& printer, Format format, EventLog& events, Outcomes& outcomes,
-             std::ostream& out, std::ostream& err)
-        : source_(source), printer_(printer), format_(format), events_(events), outcomes_(outcomes), out_(out),
-          err_(err) {}
+             Progress& progress, std::ostream& out, std::ostream& err)
+        : source_(source), printer_(printer), format_(format), events_(events), outcomes_(outcomes),
+          progress_(progress), out_(out), err_(err) {}
 
     // The dialog script: runs commands until "close", the end of the input or a failure.
     void InDialog(host::LiveDialog& dialog) {
@@ -186,12 +187,20 @@ private:
     // Runs one command; false when the dialog is gone after it (closed, or a failure closed it).
     bool Execute(const Command& c, host::LiveDialog* dialog) {
         outcomes_.BeforeCommand();
+        const std::string where = source_.Where(c);
+        const long rowsBefore = host::CurrentActivity().treeRowsInserted;
+        progress_.Start([where, rowsBefore] {
+            const long rows = host::CurrentActivity().treeRowsInserted - rowsBefore;
+            return where + " runs" + (rows > 0 ? ": " + Thousands(rows) + " tree rows inserted" : std::string());
+        });
         try {
             Run(c, dialog);
+            progress_.Stop();
             events_.Flush();
             outcomes_.AfterCommand(c, source_.Where(c), dialog);
             return c.kind != CommandKind::Close;
         } catch (const ScriptError& e) {
+            progress_.Stop();
             events_.Flush();
             err_ << source_.Where(c) << ": " << e.what() << '\n' << std::flush;
             failed_ = true;
@@ -366,6 +375,7 @@ private:
     const Format format_;
     EventLog& events_;
     Outcomes& outcomes_;
+    Progress& progress_;
     std::ostream& out_;
     std::ostream& err_;
     bool failed_ = false;     // a command failed: the run fails
@@ -441,6 +451,12 @@ std::string BundledConfigurationCopy(const std::string& bundledRoot, std::ostrea
             << copy.u8string() << " (delete it to start again from the bundled one)\n";
     }
     return copy.u8string();
+}
+
+// How long work runs before its progress line shows: VORNADEL_PROGRESS_AFTER_MS, else a second.
+std::chrono::milliseconds ProgressDelay() {
+    const char* after = getenv("VORNADEL_PROGRESS_AFTER_MS");
+    return std::chrono::milliseconds(after != nullptr ? std::atol(after) : 1000);
 }
 
 // Vornadel's export button: the runner checks what each press of it left behind.
@@ -523,10 +539,14 @@ Installation FindInstallation() {
 
 int Run(const Options& options, const Installation& installation, std::istream& in, bool interactive,
         std::ostream& rawOut, std::ostream& rawErr) {
+    // Long work shows a progress line at a terminal, wiped before anything is printed.
+    Progress progress(rawErr, &rawErr == &std::cerr && StandardErrorIsTerminal(), ProgressDelay());
     // Everything printed is UTF-8: a byte of a file name, a script or a message that is not is
     // shown escaped.
     Utf8Filter outFilter(rawOut);
     Utf8Filter errFilter(rawErr);
+    outFilter.BeforeWriting([&progress] { progress.Stop(); });
+    errFilter.BeforeWriting([&progress] { progress.Stop(); });
     std::ostream out(&outFilter);
     std::ostream err(&errFilter);
 
@@ -549,8 +569,16 @@ int Run(const Options& options, const Installation& installation, std::istream& 
     }
 
     host::ResetSession();
+    const std::string partName = fs::u8path(partFile).filename().u8string();
+    progress.Start([partName] {
+        const host::Activity& activity = host::CurrentActivity();
+        if (activity.bodiesInFile == 0) return "reading " + partName;
+        return "reading " + partName + ": " + Thousands(activity.bodiesLoaded) + " of " +
+               Thousands(activity.bodiesInFile) + " bodies";
+    });
     try {
         host::LoadWorkPart(partFile);
+        progress.Stop();
     } catch (const host::PartFileError& e) {
         err << "vornadel-host: " << e.what() << '\n';
         return kExitFailed;
@@ -591,13 +619,16 @@ int Run(const Options& options, const Installation& installation, std::istream& 
     EventLog events(printer, options.reallyOpen);
     Outcomes outcomes(RunsVornadel(options) ? kExportButton : "",
                       kMapsDrives ? std::optional<std::string>(DriveTable(options, installation)) : std::nullopt);
-    Executor executor(*source, printer, options.format, events, outcomes, out, err);
+    Executor executor(*source, printer, options.format, events, outcomes, progress, out, err);
     host::SetMessageListener([&](const host::MessageRecord& m) {
         events.Flush();
         printer.Message(m);
         outcomes.Message(m);
     });
-    host::SetDialogScript([&](host::LiveDialog& dialog) { executor.InDialog(dialog); });
+    host::SetDialogScript([&](host::LiveDialog& dialog) {
+        progress.Stop();
+        executor.InDialog(dialog);
+    });
 
     int status = kExitOk;
     {
@@ -611,6 +642,11 @@ int Run(const Options& options, const Installation& installation, std::istream& 
         }
         if (plugin) {
             bool escaped = false;
+            const long bodies = host::CurrentActivity().bodiesLoaded;
+            progress.Start([bodies] {
+                return "the plug-in builds its dialog for " + Thousands(bodies) + " bodies: " +
+                       Thousands(host::CurrentActivity().treeRowsInserted) + " tree rows so far";
+            });
             try {
                 plugin->RunUfusr();
             } catch (const std::exception& e) {
@@ -625,6 +661,7 @@ int Run(const Options& options, const Installation& installation, std::istream& 
                 err << "vornadel-host: an exception that is not a std::exception escaped ufusr\n";
                 escaped = true;
             }
+            progress.Stop();
             events.Flush();
             plugin->UnloadIfAsked();
             if (escaped) {

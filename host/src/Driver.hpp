@@ -6,6 +6,7 @@
 // native paths (UTF-8 on POSIX).
 #pragma once
 
+#include <atomic>
 #include <functional>
 #include <optional>
 #include <stdexcept>
@@ -97,6 +98,15 @@ struct RefusedAttribute {
 
 // Every refused attribute write since ResetSession, in order.
 const std::vector<RefusedAttribute>& RefusedAttributes();
+
+// How far long work has come, for a progress display on another thread: the bodies of the part
+// file being loaded (of how many), and the tree rows inserted since ResetSession.
+struct Activity {
+    std::atomic<long> bodiesInFile{0};
+    std::atomic<long> bodiesLoaded{0};
+    std::atomic<long> treeRowsInserted{0};
+};
+Activity& CurrentActivity();
 
 // ---------------------------------------------------------------------------------------------
 // Message boxes
