@@ -69,11 +69,11 @@ std::string TsvField(const std::string& utf8) {
     return field;
 }
 
-std::string Pad(const std::string& utf8, int width) {
-    return utf8 + std::string(static_cast<size_t>(std::max(0, width - DisplayWidth(utf8))), ' ');
+std::string Pad(const std::string& utf8, int width, int ambiguousWidth) {
+    return utf8 + std::string(static_cast<size_t>(std::max(0, width - DisplayWidth(utf8, ambiguousWidth))), ' ');
 }
 
-int DisplayWidth(const std::string& utf8) {
+int DisplayWidth(const std::string& utf8, int ambiguousWidth) {
     int width = 0;
     for (size_t i = 0; i < utf8.size();) {
         size_t length = 1;
@@ -83,9 +83,9 @@ int DisplayWidth(const std::string& utf8) {
         } else if (IsWide(cp)) {
             width += 2;
         } else {
-            // Its GBK form: "?" when it has none; one byte for the euro sign (0x80).
+            // Ambiguous when GBK holds it in two bytes ("?" when GBK has none; one byte for the euro).
             const std::string gbk = host::Utf8ToGbk(utf8.substr(i, length));
-            width += gbk == "?" ? 1 : static_cast<int>(gbk.size());
+            width += gbk.size() == 2 ? ambiguousWidth : 1;
         }
         i += length;
     }
@@ -195,15 +195,15 @@ void Printer::Tree(const TreeView& tree) {
     }
     std::vector<int> widths(table[0].size(), 0);
     for (const auto& cells : table) {
-        for (size_t i = 0; i < cells.size(); ++i) widths[i] = std::max(widths[i], DisplayWidth(cells[i]));
+        for (size_t i = 0; i < cells.size(); ++i) widths[i] = std::max(widths[i], DisplayWidth(cells[i], ambiguousWidth_));
     }
     for (size_t r = 0; r < table.size(); ++r) {
         std::string line;
         for (size_t i = 0; i < table[r].size(); ++i) {
-            line += i + 1 < table[r].size() ? Pad(table[r][i], widths[i]) + "  " : table[r][i];
+            line += i + 1 < table[r].size() ? Pad(table[r][i], widths[i], ambiguousWidth_) + "  " : table[r][i];
         }
         out_ << line << '\n';
-        if (r == 0) out_ << std::string(static_cast<size_t>(DisplayWidth(line)), '-') << '\n';
+        if (r == 0) out_ << std::string(static_cast<size_t>(DisplayWidth(line, ambiguousWidth_)), '-') << '\n';
     }
     if (tree.rows.empty()) out_ << "(no rows)\n";
     out_.flush();

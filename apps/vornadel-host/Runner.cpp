@@ -459,6 +459,13 @@ std::chrono::milliseconds ProgressDelay() {
     return std::chrono::milliseconds(after != nullptr ? std::atol(after) : 1000);
 }
 
+// Columns of × Φ ° ① in text tables: --ambiguous-width, else VORNADEL_AMBIGUOUS_WIDTH (1 or 2), else 1.
+int AmbiguousWidth(const Options& options) {
+    if (options.ambiguousWidth) return *options.ambiguousWidth;
+    const char* variable = getenv("VORNADEL_AMBIGUOUS_WIDTH");
+    return variable != nullptr && std::string(variable) == "2" ? 2 : 1;
+}
+
 // Vornadel's export button: the runner checks what each press of it left behind.
 const char kExportButton[] = "button01";
 
@@ -615,7 +622,7 @@ int Run(const Options& options, const Installation& installation, std::istream& 
     // NX finds Vornadel.dlx in its application folder; the host finds it in the checkout.
     host::SetDialogSearchPath({installation.sourceRoot + "/dialog"});
 
-    Printer printer(out, options.format);
+    Printer printer(out, options.format, AmbiguousWidth(options));
     EventLog events(printer, options.reallyOpen);
     Outcomes outcomes(RunsVornadel(options) ? kExportButton : "",
                       kMapsDrives ? std::optional<std::string>(DriveTable(options, installation)) : std::nullopt);
