@@ -8,7 +8,18 @@ target_include_directories(vornadel-host-core
   PUBLIC ${VORNADEL_ROOT}/apps/vornadel-host ${VORNADEL_ROOT}/host/src ${VORNADEL_ROOT}/src)
 # The bundled samples and dialog file are found in the checkout the runner was built from.
 target_compile_definitions(vornadel-host-core PRIVATE VORNADEL_SOURCE_DIR="${VORNADEL_ROOT}")
-target_link_libraries(vornadel-host-core PUBLIC nxhost ${CMAKE_DL_LIBS})
+target_link_libraries(vornadel-host-core PUBLIC nxhost xls ${CMAKE_DL_LIBS})
+if(NOT WIN32)
+  # Line editing and history at the runner's prompt (Debian: libedit-dev).
+  find_path(EDITLINE_INCLUDE_DIR editline/readline.h)
+  find_library(EDITLINE_LIBRARY edit)
+  if(NOT EDITLINE_INCLUDE_DIR OR NOT EDITLINE_LIBRARY)
+    message(FATAL_ERROR "libedit not found: install libedit-dev (./dev.sh installs it)")
+  endif()
+  target_include_directories(vornadel-host-core PRIVATE ${EDITLINE_INCLUDE_DIR})
+  target_compile_definitions(vornadel-host-core PRIVATE VORNADEL_HAVE_LIBEDIT)
+  target_link_libraries(vornadel-host-core PUBLIC ${EDITLINE_LIBRARY})
+endif()
 if(WIN32)
   # CommandLineToArgvW: the arguments as the wide command line gives them.
   target_link_libraries(vornadel-host-core PUBLIC shell32)

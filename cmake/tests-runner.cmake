@@ -30,7 +30,7 @@ if(WIN32)
 else()
   vornadel_test(runner_tests runner vornadel-host-core)
   target_compile_definitions(runner_tests PRIVATE VORNADEL_TEST_SOURCE_DIR="${VORNADEL_ROOT}")
-  add_dependencies(runner_tests vornadel-host vornadel-testplugin Vornadel)
+  add_dependencies(runner_tests vornadel-host vornadel-testplugin Vornadel moldgen)
 endif()
 
 # The transcript driver: runs one script through vornadel-host --format tsv and compares the

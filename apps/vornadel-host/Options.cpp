@@ -139,6 +139,10 @@ Options ParseArguments(const std::vector<std::string>& args) {
             } else {
                 throw UsageError("--format is text or tsv, not \"" + value + "\"");
             }
+        } else if (arg == "--ambiguous-width") {
+            const std::string value = list.Value(arg);
+            if (value != "1" && value != "2") throw UsageError("--ambiguous-width is 1 or 2, not \"" + value + "\"");
+            options.ambiguousWidth = value[0] - '0';
         } else if (arg == "--plugin") {
             options.plugin = list.Value(arg);
         } else if (arg == "--open") {
@@ -172,6 +176,8 @@ std::string UsageText() {
            "  --save                 save the work part over the part file after the run\n"
            "  --save-as OUT.part.json  save the work part to OUT after the run\n"
            "  --format text|tsv      output for people (default) or for programs\n"
+           "  --ambiguous-width 1|2  columns the terminal gives \u00d7 \u03a6 \u00b0 \u2460 (default 1, or\n"
+           "                         VORNADEL_AMBIGUOUS_WIDTH)\n"
            "  --plugin FILE          the plug-in library (default: " + kDefaultPlugin + " beside the runner)\n"
            "  --open                 really open the files the plug-in opens\n"
            "Without a script or -e the commands come from the terminal. See docs/runner.md.\n"

@@ -32,10 +32,6 @@ bool IsWide(unsigned int cp) {
            (cp >= 0xFFE0 && cp <= 0xFFE6) || (cp >= 0x20000 && cp <= 0x3FFFD);
 }
 
-std::string Pad(const std::string& utf8, int width) {
-    return utf8 + std::string(static_cast<size_t>(std::max(0, width - DisplayWidth(utf8))), ' ');
-}
-
 std::string Joined(const std::vector<std::string>& gbkItems, const char* separator) {
     std::string joined;
     for (size_t i = 0; i < gbkItems.size(); ++i) {
@@ -73,7 +69,11 @@ std::string TsvField(const std::string& utf8) {
     return field;
 }
 
-int DisplayWidth(const std::string& utf8) {
+std::string Pad(const std::string& utf8, int width, int ambiguousWidth) {
+    return utf8 + std::string(static_cast<size_t>(std::max(0, width - DisplayWidth(utf8, ambiguousWidth))), ' ');
+}
+
+int DisplayWidth(const std::string& utf8, int ambiguousWidth) {
     int width = 0;
     for (size_t i = 0; i < utf8.size();) {
         size_t length = 1;
@@ -83,9 +83,9 @@ int DisplayWidth(const std::string& utf8) {
         } else if (IsWide(cp)) {
             width += 2;
         } else {
-            // Its GBK form: "?" when it has none; one byte for the euro sign (0x80).
+            // Ambiguous when GBK holds it in two bytes ("?" when GBK has none; one byte for the euro).
             const std::string gbk = host::Utf8ToGbk(utf8.substr(i, length));
-            width += gbk == "?" ? 1 : static_cast<int>(gbk.size());
+            width += gbk.size() == 2 ? ambiguousWidth : 1;
         }
         i += length;
     }
@@ -120,6 +120,7 @@ int Utf8Filter::sync() {
         at += bad + 1;
     }
     pending_.clear();
+    if (!safe.empty() && beforeWriting_) beforeWriting_();
     target_ << safe;
     target_.flush();
     return target_ ? 0 : -1;
@@ -194,15 +195,15 @@ void Printer::Tree(const TreeView& tree) {
     }
     std::vector<int> widths(table[0].size(), 0);
     for (const auto& cells : table) {
-        for (size_t i = 0; i < cells.size(); ++i) widths[i] = std::max(widths[i], DisplayWidth(cells[i]));
+        for (size_t i = 0; i < cells.size(); ++i) widths[i] = std::max(widths[i], DisplayWidth(cells[i], ambiguousWidth_));
     }
     for (size_t r = 0; r < table.size(); ++r) {
         std::string line;
         for (size_t i = 0; i < table[r].size(); ++i) {
-            line += i + 1 < table[r].size() ? Pad(table[r][i], widths[i]) + "  " : table[r][i];
+            line += i + 1 < table[r].size() ? Pad(table[r][i], widths[i], ambiguousWidth_) + "  " : table[r][i];
         }
         out_ << line << '\n';
-        if (r == 0) out_ << std::string(static_cast<size_t>(DisplayWidth(line)), '-') << '\n';
+        if (r == 0) out_ << std::string(static_cast<size_t>(DisplayWidth(line, ambiguousWidth_)), '-') << '\n';
     }
     if (tree.rows.empty()) out_ << "(no rows)\n";
     out_.flush();
@@ -284,7 +285,9 @@ void Printer::Selection(const host::SelectionRequest& r) {
     if (format_ == Format::Tsv) {
         out_ << "selection\t" << TsvField(Utf8(r.title)) << '\t' << TsvField(Utf8(r.message)) << '\n';
     } else {
-        out_ << "Selection dialog: " << Utf8(r.title) << ": " << Utf8(r.message) << '\n';
+        out_ << "Selection dialog: " << Utf8(r.title) << ": " << Utf8(r.message);
+        if (r.unanswered) out_ << " (no answer-selection was queued: cancelled)";
+        out_ << '\n';
     }
     out_.flush();
 }
@@ -305,6 +308,25 @@ void Printer::EditRefused(const RowAddress& row, int column, const std::string& 
         out_ << "edit-refused\t" << RowText(row) << '\t' << column << '\t' << TsvField(utf8Text) << '\n';
     } else {
         out_ << "The cell of row " << RowText(row) << ", column " << column << " did not take the text.\n";
+    }
+    out_.flush();
+}
+
+void Printer::Menu(const std::string& where, const std::string& row,
+                   const std::vector<host::LiveDialog::MenuItemView>& items) {
+    auto state = [](const host::LiveDialog::MenuItemView& item) {
+        return item.hidden ? "hidden" : item.disabled ? "disabled" : "enabled";
+    };
+    if (format_ == Format::Tsv) {
+        for (const auto& item : items)
+            out_ << "menu-item\t" << row << '\t' << item.id << '\t' << TsvField(Utf8(item.text)) << '\t' << state(item) << '\n';
+    } else if (items.empty()) {
+        out_ << "The plug-in shows no menu on " << where << ".\n";
+    } else {
+        out_ << "Menu on " << where << ":\n";
+        for (const auto& item : items)
+            out_ << "  " << Pad(std::to_string(item.id), 4) << Utf8(item.text)
+                 << (item.hidden || item.disabled ? std::string("  (") + state(item) + ")" : std::string()) << '\n';
     }
     out_.flush();
 }

@@ -2,6 +2,7 @@
 // line for programs and transcripts (tsv). The tsv lines are defined in docs/runner.md.
 #pragma once
 
+#include <functional>
 #include <ostream>
 #include <streambuf>
 #include <string>
@@ -17,11 +18,14 @@ namespace runner {
 // A text in a tsv field: TAB and newline written as \t and \n, nothing else escaped.
 std::string TsvField(const std::string& utf8);
 
-// The width of UTF-8 text on a terminal in a Chinese locale: East Asian wide characters take two
-// columns, and so does every other character that GBK holds in two bytes, the East Asian
-// ambiguous ones included (× U+00D7, Φ U+03A6, ° U+00B0, ①): such a terminal shows them as wide
-// as a Chinese character, as a GBK console does. Any other character takes one.
-int DisplayWidth(const std::string& utf8);
+// The width of UTF-8 text on a terminal: East Asian wide characters (Chinese) take two columns.
+// The East Asian ambiguous ones that GBK holds in two bytes (× U+00D7, Φ U+03A6, ° U+00B0, ①,
+// Greek and Cyrillic letters) take ambiguousWidth: 1 as UTF-8 terminals show them by default
+// (Windows Terminal, GNOME's, xterm, glibc's wcwidth), 2 on one set to wide ambiguous characters
+// and on a GBK console. Any other character takes one.
+int DisplayWidth(const std::string& utf8, int ambiguousWidth = 1);
+// The text followed by blanks up to width columns (DisplayWidth); a wider text as it is.
+std::string Pad(const std::string& utf8, int width, int ambiguousWidth = 1);
 
 // A stream buffer in front of another stream's that keeps what reaches it UTF-8: a byte that
 // does not belong to a well-formed UTF-8 sequence is written as \xHH instead. It passes text on
@@ -30,6 +34,8 @@ class Utf8Filter : public std::streambuf {
 public:
     explicit Utf8Filter(std::ostream& target) : target_(target) {}
     ~Utf8Filter() override { sync(); }
+    // Called before any text is passed on (the runner wipes its progress line there).
+    void BeforeWriting(std::function<void()> hook) { beforeWriting_ = std::move(hook); }
 
 protected:
     int_type overflow(int_type c) override;
@@ -39,6 +45,7 @@ protected:
 private:
     std::ostream& target_;
     std::string pending_;
+    std::function<void()> beforeWriting_;
 };
 
 // "error", "warning", "information" or "question".
@@ -47,7 +54,9 @@ const char* MessageTypeName(NXOpen::NXMessageBox::DialogType type);
 // Prints what the runner shows. Every text given in GBK is converted to UTF-8 here.
 class Printer {
 public:
-    Printer(std::ostream& out, Format format) : out_(out), format_(format) {}
+    // ambiguousWidth: as DisplayWidth takes it, for the text tables.
+    Printer(std::ostream& out, Format format, int ambiguousWidth = 1)
+        : out_(out), format_(format), ambiguousWidth_(ambiguousWidth) {}
 
     void Blocks(const std::string& title, const std::vector<host::BlockView>& blocks);
     void Tree(const TreeView& tree);
@@ -62,12 +71,15 @@ public:
     void Opened(const std::string& path, bool reallyOpened);
     // An edit whose text the cell did not take (text as written in the script, UTF-8).
     void EditRefused(const RowAddress& row, int column, const std::string& utf8Text);
+    // The menu a right click showed (where: "row 1.2"; row as the tsv line names it).
+    void Menu(const std::string& where, const std::string& row, const std::vector<host::LiveDialog::MenuItemView>& items);
     // A menu item that could not be chosen: "missing", "disabled" or "hidden".
     void MenuRefused(const RowAddress& row, int itemId, const std::string& why);
 
 private:
     std::ostream& out_;
     Format format_;
+    int ambiguousWidth_;
 };
 
 }  // namespace runner

@@ -75,6 +75,7 @@ void UseBinaryStandardStreams() {
 }
 
 bool StandardInputIsTerminal() { return _isatty(_fileno(stdin)) != 0; }
+bool StandardErrorIsTerminal() { return _isatty(_fileno(stderr)) != 0; }
 
 std::string ExecutablePath() {
     std::wstring path(MAX_PATH, L'\0');
@@ -119,6 +120,7 @@ std::vector<std::string> Arguments(int argc, char** argv) { return std::vector<s
 void UseBinaryStandardStreams() {}
 
 bool StandardInputIsTerminal() { return isatty(STDIN_FILENO) != 0; }
+bool StandardErrorIsTerminal() { return isatty(STDERR_FILENO) != 0; }
 
 std::string ExecutablePath() {
     std::error_code ec;

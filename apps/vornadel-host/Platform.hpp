@@ -25,6 +25,7 @@ std::vector<std::string> Arguments(int argc, char** argv);
 void UseBinaryStandardStreams();
 
 bool StandardInputIsTerminal();
+bool StandardErrorIsTerminal();
 
 // The full path of the running executable (UTF-8); "" when it cannot be found.
 std::string ExecutablePath();

@@ -2,8 +2,11 @@
 
 #include <stdlib.h>
 
+#include <cctype>
+
 #include <filesystem>
 #include <fstream>
+#include <iostream>
 #include <memory>
 #include <optional>
 #include <random>
@@ -13,9 +16,12 @@
 
 #include "Driver.hpp"
 #include "HostSession.hpp"
+#include "LineEditor.hpp"
+#include "Outcomes.hpp"
 #include "Output.hpp"
 #include "Platform.hpp"
 #include "Plugin.hpp"
+#include "Progress.hpp"
 #include "Script.hpp"
 #include "Snapshot.hpp"
 
@@ -59,17 +65,21 @@ private:
 
 const char kStandardInput[] = "stdin";
 
+const char kPrompt[] = "vornadel> ";
+
+// Lines typed at the terminal: edited (libedit, LineEditor.hpp) when they come from the process's
+// own terminal, else read from in after the prompt.
 class TerminalSource : public CommandSource {
 public:
-    TerminalSource(std::istream& in, std::ostream& out) : in_(in), out_(out) {}
+    TerminalSource(std::istream& in, std::ostream& out, bool editLines) : in_(in), out_(out), editLines_(editLines) {}
     std::optional<Command> Next() override {
         for (;;) {
-            out_ << "vornadel> " << std::flush;
-            std::string line;
-            if (!std::getline(in_, line)) {
-                out_ << '\n';
+            std::optional<std::string> typed = Read();
+            if (!typed) {
+                out_ << '\n' << std::flush;
                 return std::nullopt;
             }
+            const std::string& line = *typed;
             ++lines_;
             try {
                 std::optional<Command> c = ParseLine(line, lines_);
@@ -83,8 +93,18 @@ public:
     std::string Where(const Command& c) const override { return Place(kStandardInput, c.line); }
 
 private:
+    std::optional<std::string> Read() {
+        out_.flush();
+        if (editLines_) return ReadEditedLine(kPrompt);
+        out_ << kPrompt << std::flush;
+        std::string line;
+        if (!std::getline(in_, line)) return std::nullopt;
+        return line;
+    }
+
     std::istream& in_;
     std::ostream& out_;
+    const bool editLines_;
     int lines_ = 0;
 };
 
@@ -113,9 +133,10 @@ private:
 // and "show" prints it again (a mould of thousands of bodies is not printed after every click).
 class Executor {
 public:
-    Executor(CommandSource& source, Printer& printer, Format format, EventLog& events, std::ostream& out,
-             std::ostream& err)
-        : source_(source), printer_(printer), format_(format), events_(events), out_(out), err_(err) {}
+    Executor(CommandSource& source, Printer& printer, Format format, EventLog& events, Outcomes& outcomes,
+             Progress& progress, std::ostream& out, std::ostream& err)
+        : source_(source), printer_(printer), format_(format), events_(events), outcomes_(outcomes),
+          progress_(progress), out_(out), err_(err) {}
 
     // The dialog script: runs commands until "close", the end of the input or a failure.
     void InDialog(host::LiveDialog& dialog) {
@@ -165,11 +186,21 @@ private:
 
     // Runs one command; false when the dialog is gone after it (closed, or a failure closed it).
     bool Execute(const Command& c, host::LiveDialog* dialog) {
+        outcomes_.BeforeCommand();
+        const std::string where = source_.Where(c);
+        const long rowsBefore = host::CurrentActivity().treeRowsInserted;
+        progress_.Start([where, rowsBefore] {
+            const long rows = host::CurrentActivity().treeRowsInserted - rowsBefore;
+            return where + " runs" + (rows > 0 ? ": " + Thousands(rows) + " tree rows inserted" : std::string());
+        });
         try {
             Run(c, dialog);
+            progress_.Stop();
             events_.Flush();
+            outcomes_.AfterCommand(c, source_.Where(c), dialog);
             return c.kind != CommandKind::Close;
         } catch (const ScriptError& e) {
+            progress_.Stop();
             events_.Flush();
             err_ << source_.Where(c) << ": " << e.what() << '\n' << std::flush;
             failed_ = true;
@@ -234,6 +265,30 @@ private:
         }
     }
 
+    // What the commands take in this dialog: block ids, tree column numbers, and the menu items as
+    // a right click in the tree's empty space shows them (the plug-in's menu handler runs, as for
+    // a designer who right-clicks to look; nothing is chosen).
+    void DialogHelp(host::LiveDialog& dialog) {
+        out_ << "\nBlocks of this dialog (set, press and folder take the id):\n";
+        for (const host::BlockView& block : dialog.Blocks()) {
+            if (block.blockClass == "Group" || block.blockClass == "ScrolledWindow") continue;  // layout only
+            out_ << "  " << Pad(block.id, 26) << Pad(block.blockClass, 18) << host::GbkToUtf8(block.label) << '\n';
+        }
+        if (dialog.Tree() == nullptr) return;
+        out_ << "Tree columns (click and edit take the number):\n";
+        for (const host::ColumnView& column : dialog.Columns()) {
+            out_ << "  " << Pad(std::to_string(column.id), 4) << host::GbkToUtf8(column.title)
+                 << (column.visible ? "" : "  (hidden: not editable)") << '\n';
+        }
+        const std::vector<host::LiveDialog::MenuItemView> menu = Act(&dialog, [&] { return dialog.RightClick(nullptr, 0); });
+        out_ << "Menu items (menu <row> <id> chooses one; menu <row> lists what a row offers):\n";
+        if (menu.empty()) out_ << "  (the plug-in shows no menu in the tree's empty space)\n";
+        for (const host::LiveDialog::MenuItemView& item : menu) {
+            out_ << "  " << Pad(std::to_string(item.id), 4) << host::GbkToUtf8(item.text)
+                 << (item.hidden ? "  (hidden here)" : item.disabled ? "  (disabled here)" : "") << '\n';
+        }
+    }
+
     void Run(const Command& c, host::LiveDialog* dialog) {
         switch (c.kind) {
         case CommandKind::Set:
@@ -270,14 +325,20 @@ private:
         }
         case CommandKind::Menu: {
             NXOpen::BlockStyler::Node* node = Row(Shown(dialog), c.row);
+            const std::vector<host::LiveDialog::MenuItemView> menu =
+                Act(dialog, [&] { return dialog->RightClick(node, 0); });
+            if (!c.menuItem) {
+                printer_.Menu("row " + RowText(c.row), RowText(c.row), menu);  // looked at, then dismissed
+                return;
+            }
             std::string refused = "missing";
-            for (const host::LiveDialog::MenuItemView& item : Act(dialog, [&] { return dialog->RightClick(node, 0); })) {
-                if (item.id == c.menuItem) refused = item.hidden ? "hidden" : item.disabled ? "disabled" : "";
+            for (const host::LiveDialog::MenuItemView& item : menu) {
+                if (item.id == *c.menuItem) refused = item.hidden ? "hidden" : item.disabled ? "disabled" : "";
             }
             if (!refused.empty()) {
-                printer_.MenuRefused(c.row, c.menuItem, refused);
+                printer_.MenuRefused(c.row, *c.menuItem, refused);
             } else {
-                Act(dialog, [&] { dialog->ChooseMenuItem(c.menuItem); });
+                Act(dialog, [&] { dialog->ChooseMenuItem(*c.menuItem); });
             }
             return;
         }
@@ -302,7 +363,9 @@ private:
             Shown(dialog).Close();
             return;
         case CommandKind::Help:
-            out_ << CommandHelp() << std::flush;
+            out_ << CommandHelp();
+            if (dialog != nullptr && !dialog->Closed()) DialogHelp(*dialog);
+            out_.flush();
             return;
         }
     }
@@ -311,6 +374,8 @@ private:
     Printer& printer_;
     const Format format_;
     EventLog& events_;
+    Outcomes& outcomes_;
+    Progress& progress_;
     std::ostream& out_;
     std::ostream& err_;
     bool failed_ = false;     // a command failed: the run fails
@@ -388,6 +453,31 @@ std::string BundledConfigurationCopy(const std::string& bundledRoot, std::ostrea
     return copy.u8string();
 }
 
+// How long work runs before its progress line shows: VORNADEL_PROGRESS_AFTER_MS, else a second.
+std::chrono::milliseconds ProgressDelay() {
+    const char* after = getenv("VORNADEL_PROGRESS_AFTER_MS");
+    return std::chrono::milliseconds(after != nullptr ? std::atol(after) : 1000);
+}
+
+// Columns of × Φ ° ① in text tables: --ambiguous-width, else VORNADEL_AMBIGUOUS_WIDTH (1 or 2), else 1.
+int AmbiguousWidth(const Options& options) {
+    if (options.ambiguousWidth) return *options.ambiguousWidth;
+    const char* variable = getenv("VORNADEL_AMBIGUOUS_WIDTH");
+    return variable != nullptr && std::string(variable) == "2" ? 2 : 1;
+}
+
+// Vornadel's export button: the runner checks what each press of it left behind.
+const char kExportButton[] = "button01";
+
+// The plug-in is Vornadel (the default one, or a library of that name) rather than another
+// user function, whose buttons mean something else.
+bool RunsVornadel(const Options& options) {
+    if (!options.plugin) return true;
+    std::string stem = fs::u8path(*options.plugin).stem().u8string();
+    for (char& c : stem) c = static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
+    return stem == "vornadel" || stem == "libvornadel";
+}
+
 std::string ReadAll(std::istream& in) {
     std::ostringstream content;
     content << in.rdbuf();
@@ -417,7 +507,9 @@ std::unique_ptr<CommandSource> MakeSource(const Options& options, std::istream& 
         }
         return std::make_unique<ListSource>(commands, "-e");
     }
-    if (!options.scriptFile && interactive) return std::make_unique<TerminalSource>(in, out);
+    // Lines are edited when they come from the process's own terminal (the runner's tests pass
+    // a stream of their own).
+    if (!options.scriptFile && interactive) return std::make_unique<TerminalSource>(in, out, &in == &std::cin);
     // A script file, "-", or standard input that is not a terminal.
     std::string name = kStandardInput;
     std::string text;
@@ -454,10 +546,14 @@ Installation FindInstallation() {
 
 int Run(const Options& options, const Installation& installation, std::istream& in, bool interactive,
         std::ostream& rawOut, std::ostream& rawErr) {
+    // Long work shows a progress line at a terminal, wiped before anything is printed.
+    Progress progress(rawErr, &rawErr == &std::cerr && StandardErrorIsTerminal(), ProgressDelay());
     // Everything printed is UTF-8: a byte of a file name, a script or a message that is not is
     // shown escaped.
     Utf8Filter outFilter(rawOut);
     Utf8Filter errFilter(rawErr);
+    outFilter.BeforeWriting([&progress] { progress.Stop(); });
+    errFilter.BeforeWriting([&progress] { progress.Stop(); });
     std::ostream out(&outFilter);
     std::ostream err(&errFilter);
 
@@ -480,8 +576,16 @@ int Run(const Options& options, const Installation& installation, std::istream& 
     }
 
     host::ResetSession();
+    const std::string partName = fs::u8path(partFile).filename().u8string();
+    progress.Start([partName] {
+        const host::Activity& activity = host::CurrentActivity();
+        if (activity.bodiesInFile == 0) return "reading " + partName;
+        return "reading " + partName + ": " + Thousands(activity.bodiesLoaded) + " of " +
+               Thousands(activity.bodiesInFile) + " bodies";
+    });
     try {
         host::LoadWorkPart(partFile);
+        progress.Stop();
     } catch (const host::PartFileError& e) {
         err << "vornadel-host: " << e.what() << '\n';
         return kExitFailed;
@@ -504,6 +608,12 @@ int Run(const Options& options, const Installation& installation, std::istream& 
         err << "vornadel-host: the configuration root (VDConfig) " << configRoot;
         if (configFolder != configRoot) err << " (" << configFolder << ")";
         err << " is not an existing folder\n";
+    } else if (RunsVornadel(options) && !fs::exists(fs::u8path(configFolder) / "config" / "standard.csv", ec)) {
+        // Without its selector table Vornadel takes ROOT\config itself as the active folder and
+        // names only the tables it then misses there.
+        err << "vornadel-host: the configuration root (VDConfig) " << configRoot << " has no config\\standard.csv"
+            << " (the table that chooses the active configuration folder): the plug-in looks for its tables in "
+            << configRoot << "\\config itself\n";
     }
     SetProcessVariable("LOCALAPPDATA", LocalAppData(options));
     if (options.desktop) SetProcessVariable("VORNADEL_DESKTOP", *options.desktop);
@@ -512,14 +622,20 @@ int Run(const Options& options, const Installation& installation, std::istream& 
     // NX finds Vornadel.dlx in its application folder; the host finds it in the checkout.
     host::SetDialogSearchPath({installation.sourceRoot + "/dialog"});
 
-    Printer printer(out, options.format);
+    Printer printer(out, options.format, AmbiguousWidth(options));
     EventLog events(printer, options.reallyOpen);
-    Executor executor(*source, printer, options.format, events, out, err);
+    Outcomes outcomes(RunsVornadel(options) ? kExportButton : "",
+                      kMapsDrives ? std::optional<std::string>(DriveTable(options, installation)) : std::nullopt);
+    Executor executor(*source, printer, options.format, events, outcomes, progress, out, err);
     host::SetMessageListener([&](const host::MessageRecord& m) {
         events.Flush();
         printer.Message(m);
+        outcomes.Message(m);
     });
-    host::SetDialogScript([&](host::LiveDialog& dialog) { executor.InDialog(dialog); });
+    host::SetDialogScript([&](host::LiveDialog& dialog) {
+        progress.Stop();
+        executor.InDialog(dialog);
+    });
 
     int status = kExitOk;
     {
@@ -533,6 +649,11 @@ int Run(const Options& options, const Installation& installation, std::istream& 
         }
         if (plugin) {
             bool escaped = false;
+            const long bodies = host::CurrentActivity().bodiesLoaded;
+            progress.Start([bodies] {
+                return "the plug-in builds its dialog for " + Thousands(bodies) + " bodies: " +
+                       Thousands(host::CurrentActivity().treeRowsInserted) + " tree rows so far";
+            });
             try {
                 plugin->RunUfusr();
             } catch (const std::exception& e) {
@@ -547,6 +668,7 @@ int Run(const Options& options, const Installation& installation, std::istream& 
                 err << "vornadel-host: an exception that is not a std::exception escaped ufusr\n";
                 escaped = true;
             }
+            progress.Stop();
             events.Flush();
             plugin->UnloadIfAsked();
             if (escaped) {
@@ -556,8 +678,9 @@ int Run(const Options& options, const Installation& installation, std::istream& 
                 if (executor.Failed()) status = kExitFailed;
             }
         }
-        if (status != kExitOk) SayNothingSaved(options, err, "the run failed (above)");
-        if (status == kExitOk && (options.save || options.saveAs)) {
+        if (outcomes.Report(err) && status == kExitOk) status = kExitLost;
+        if (status == kExitFailed) SayNothingSaved(options, err, "the run failed (above)");
+        if (status != kExitFailed && (options.save || options.saveAs)) {
             try {
                 host::SaveWorkPart(options.saveAs ? *options.saveAs : partFile);
             } catch (const host::PartFileError& e) {

@@ -15,6 +15,7 @@ enum ExitStatus {
     kExitOk = 0,
     kExitFailed = 1,  // the run failed: part file, plug-in, script command, an exception out of ufusr, save
     kExitUsage = 2,   // bad arguments or a script that does not parse; nothing was run
+    kExitLost = 3,    // the run went through, but an export left no filled BOM or a value was not stored
 };
 
 // Where the runner finds what it bundles.

@@ -147,12 +147,14 @@ std::optional<Command> ParseLine(const std::string& rawLine, int lineNumber) {
         c.column = Column(words[2]);
         c.text = words.RestAfter(2);
     } else if (name == "menu") {
-        ExpectWords(words, 3, 3, "menu <row> <itemId>");
+        ExpectWords(words, 2, 3, "menu <row> [<itemId>]");
         c.kind = CommandKind::Menu;
         c.row = Row(words[1]);
-        const std::optional<long long> item = ParseInteger(words[2], INT_MIN, INT_MAX);
-        if (!item) throw ScriptError("\"" + words[2] + "\" is not a menu item id");
-        c.menuItem = static_cast<int>(*item);
+        if (words.Count() == 3) {
+            const std::optional<long long> item = ParseInteger(words[2], INT_MIN, INT_MAX);
+            if (!item) throw ScriptError("\"" + words[2] + "\" is not a menu item id");
+            c.menuItem = static_cast<int>(*item);
+        }
     } else if (name == "show") {
         ExpectWords(words, 2, 2, "show tree | blocks | messages | part | selection");
         c.kind = CommandKind::Show;
@@ -214,11 +216,12 @@ const char* CommandHelp() {
            "  answer-selection ok <tag>... | cancel | back   answer the next selection dialog\n"
            "  click <row> [<column>]      click a tree cell (row N or N.M, column 0 by default)\n"
            "  edit <row> <column> <text>  edit a tree cell and enter the text\n"
-           "  menu <row> <itemId>         right-click the row and choose the menu item\n"
+           "  menu <row> [<itemId>]       right-click the row and choose the menu item (none: list the menu)\n"
            "  show tree|blocks|messages|part|selection   print the tree, the blocks, the message boxes,\n"
            "                              the work part, the tree's selected and expanded rows\n"
            "  close                       close the dialog (at the terminal: and end the session)\n"
-           "  help, ?                     list the commands\n";
+           "  help, ?                     list the commands (and, with a dialog shown, its blocks, tree\n"
+           "                              columns and menu items)\n";
 }
 
 }  // namespace runner

@@ -29,7 +29,7 @@ enum class CommandKind {
     AnswerSelection,  // answer-selection ok <tag>... | cancel | back
     Click,            // click <row> [<column>]
     Edit,             // edit <row> <column> <text>
-    Menu,             // menu <row> <itemId>
+    Menu,             // menu <row> [<itemId>]
     Show,             // show tree | blocks | messages | part | selection
     Close,            // close
     Help,             // help | ?
@@ -48,7 +48,7 @@ struct Command {
     SelectionAnswer answer = SelectionAnswer::Ok;
     RowAddress row;         // click, edit, menu
     int column = 0;         // click (default 0), edit
-    int menuItem = 0;       // menu
+    std::optional<int> menuItem;  // menu: the item to choose; none lists the menu
     ShowWhat show = ShowWhat::Tree;
 };
 

@@ -6,6 +6,7 @@
 // native paths (UTF-8 on POSIX).
 #pragma once
 
+#include <atomic>
 #include <functional>
 #include <optional>
 #include <stdexcept>
@@ -85,6 +86,28 @@ NXOpen::Body* FindBody(unsigned int tag);
 // The tags of the work part's highlighted bodies (DisplayableObject::Highlight), in part order.
 std::vector<unsigned int> HighlightedBodies();
 
+// Attribute writes the host refused because NX's limits do not hold the value (a title over
+// UF_ATTR_MAX_TITLE_LEN or a string over UF_ATTR_MAX_STRING_LEN bytes): NX returns an error code,
+// which a caller may ignore; the runner reads them here to say what was not stored.
+struct RefusedAttribute {
+    unsigned int tag = 0;  // the object the attribute was for
+    std::string title;     // GBK, as given
+    std::string value;     // GBK, as given
+    int code = 0;          // the error code returned
+};
+
+// Every refused attribute write since ResetSession, in order.
+const std::vector<RefusedAttribute>& RefusedAttributes();
+
+// How far long work has come, for a progress display on another thread: the bodies of the part
+// file being loaded (of how many), and the tree rows inserted since ResetSession.
+struct Activity {
+    std::atomic<long> bodiesInFile{0};
+    std::atomic<long> bodiesLoaded{0};
+    std::atomic<long> treeRowsInserted{0};
+};
+Activity& CurrentActivity();
+
 // ---------------------------------------------------------------------------------------------
 // Message boxes
 
@@ -112,6 +135,7 @@ struct SelectionRequest {
     bool keepHighlighted;
     std::vector<NXOpen::Selection::MaskTriple> masks;
     std::vector<unsigned int> highlighted;  // the work part's highlighted bodies while it was shown
+    bool unanswered = false;                // no answer was queued, so the designer cancelled
 };
 
 // The answer the next selection dialog gives: a response and, for Ok, the objects by tag.

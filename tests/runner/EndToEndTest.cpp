@@ -3,8 +3,12 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <clocale>
+#include <cstdlib>
+#include <cwchar>
 #include <map>
 
+#include "Output.hpp"
 #include "RunHost.h"
 
 using runnertest::Event;
@@ -362,6 +366,15 @@ TEST(RunnerCommands, ScriptSavedWithAByteOrderMarkRuns) {
     EXPECT_TRUE(HasLine(run, Event("update_cb button03"))) << "the first command, behind Notepad's UTF-8 mark, ran";
 }
 
+TEST(RunnerCommands, GroupButtonWithNoSelectionAnswerQueuedSaysTheSelectionWasCancelled) {
+    const HostRun run = RunHost({"run", "-e", "press button04", "-e", "close"});
+    EXPECT_EQ(0, run.status) << run.err;
+    EXPECT_TRUE(HasLine(run, u8"Selection dialog: 设置组: 选择需要设置为同一组的实体 (no answer-selection was queued: cancelled)"))
+        << run.out;
+    const HostRun answered = RunHost({"run", "-e", "answer-selection cancel", "-e", "press button04", "-e", "close"});
+    EXPECT_TRUE(HasLine(answered, u8"Selection dialog: 设置组: 选择需要设置为同一组的实体")) << "a queued cancel is the designer's";
+}
+
 // ---- output ------------------------------------------------------------------------------------
 
 TEST(RunnerOutput, TsvTreeOfTheTestPlugin) {
@@ -603,4 +616,85 @@ TEST(RunnerEnvironment, TypingAHeadValueWithoutConfigLeavesTheCheckoutAlone) {
     for (const auto& entry : std::filesystem::recursive_directory_iterator(home / ".local/share/vornadel/VDConfig"))
         if (entry.is_regular_file() && Contains(runnertest::ReadText(entry.path()), "M-")) grown = true;
     EXPECT_TRUE(grown) << "the typed mould number went into the copy's option list";
+}
+
+// ---- menus and help ----------------------------------------------------------------------------
+
+TEST(RunnerMenu, AMenuWithoutAnItemIsListedAndNothingIsChosen) {
+    const HostRun run = RunTestPlugin({"-e", "menu 1.1"});
+    EXPECT_EQ(0, run.status) << run.err;
+    EXPECT_TRUE(HasLine(run, u8"menu-item\t1.1\t1\t添加到组\tenabled")) << run.out;
+    EXPECT_TRUE(HasLine(run, u8"menu-item\t1.1\t2\t解散组\tdisabled")) << run.out;
+    EXPECT_TRUE(HasLine(run, u8"menu-item\t1.1\t3\t隐藏项\thidden")) << run.out;
+    EXPECT_FALSE(Contains(run.out, "OnMenuSelectionCallback")) << "looked at, not chosen";
+}
+
+TEST(RunnerMenu, HelpAfterTheDialogListsTheCommandsOnly) {
+    const HostRun run = RunTestPlugin({"-e", "close", "-e", "help"});
+    EXPECT_EQ(0, run.status) << run.err;
+    EXPECT_TRUE(Contains(run.out, "  click <row> [<column>]"));
+    EXPECT_FALSE(Contains(run.out, "Tree columns")) << "no dialog, nothing of it";
+}
+
+// ---- the tree as a table -----------------------------------------------------------------------
+
+// The table of a 5,000-body mould (model texts such as "Φ6×500", Chinese names) lines up as a
+// UTF-8 terminal shows it: every line's last column (the body) starts at the same place, measured
+// by the C library's wcswidth, which knows nothing of the runner.
+TEST(RunnerTreeTable, AFiveThousandBodyTreeLinesUpOnAUtf8Terminal) {
+    if (std::setlocale(LC_CTYPE, "C.UTF-8") == nullptr) GTEST_SKIP() << "no C.UTF-8 locale";
+    const std::filesystem::path dir = runnertest::Scratch("tree-table");
+    const std::filesystem::path part = dir / "m5000.part.json";
+    ASSERT_EQ(0, runnertest::Spawn({(runnertest::BinaryFolder() / "moldgen").string(), "--bodies", "5000", "--out",
+                                    part.string()},
+                                   {}, "/dev/null", (dir / "gen.out").string(), (dir / "gen.err").string(),
+                                   runnertest::SourceFolder().string()));
+    const HostRun run = RunHost({"run", part.string(), "--localappdata", dir.string(), "-e", "show tree", "-e", "close"},
+                                {"VORNADEL_AMBIGUOUS_WIDTH"});
+    ASSERT_EQ(0, run.status) << run.err;
+    const std::vector<std::string> lines = Lines(run.out);
+    auto width = [](const std::string& utf8) {
+        std::wstring wide(utf8.size() + 1, L'\0');
+        const size_t n = std::mbstowcs(&wide[0], utf8.c_str(), wide.size());
+        return n == static_cast<size_t>(-1) ? -1 : wcswidth(wide.c_str(), n);
+    };
+    size_t rows = 0, ambiguous = 0;
+    int bodyColumn = -1;
+    for (const std::string& line : lines) {
+        if (line.find_first_not_of('-') == std::string::npos) continue;  // the rule under the head
+        const size_t last = line.rfind("  ");
+        ASSERT_NE(std::string::npos, last) << line;
+        const int at = width(line.substr(0, last + 2));
+        if (bodyColumn < 0) bodyColumn = at;
+        EXPECT_EQ(bodyColumn, at) << line;
+        ++rows;
+        if (line.find(u8"×") != std::string::npos) ++ambiguous;
+        if (HasFailure()) break;
+    }
+    EXPECT_GT(rows, 5000u) << "the head, the purchase lines and every body row";
+    EXPECT_GT(ambiguous, 1000u) << "rows with ambiguous-width characters were measured";
+}
+
+// On a terminal set to wide ambiguous characters: "Φ6×500" takes eight columns.
+TEST(RunnerTreeTable, WideAmbiguousCharactersOnRequest) {
+    const std::filesystem::path dir = runnertest::Scratch("tree-table-wide");
+    auto table = [&](const std::vector<std::string>& more, const std::vector<std::string>& env) {
+        std::vector<std::string> args = {"run", "--localappdata", dir.string(), "-e", "show tree", "-e", "close"};
+        args.insert(args.end(), more.begin(), more.end());
+        return RunHost(args, env).out;
+    };
+    const std::string narrow = table({}, {"VORNADEL_AMBIGUOUS_WIDTH"});
+    const std::string wide = table({"--ambiguous-width", "2"}, {"VORNADEL_AMBIGUOUS_WIDTH"});
+    EXPECT_NE(narrow, wide);
+    EXPECT_EQ(wide, table({}, {"VORNADEL_AMBIGUOUS_WIDTH=2"})) << "the variable says the same";
+    EXPECT_EQ(narrow, table({"--ambiguous-width", "1"}, {"VORNADEL_AMBIGUOUS_WIDTH=2"})) << "the option wins";
+    for (const std::string& line : Lines(wide)) {
+        if (line.find_first_not_of('-') == std::string::npos) continue;
+        EXPECT_EQ(runner::DisplayWidth(Lines(wide)[0], 2) - 4,
+                  runner::DisplayWidth(line.substr(0, line.rfind("  ") + 2), 2))
+            << line;
+    }
+    const HostRun bad = RunHost({"--ambiguous-width", "3"});
+    EXPECT_EQ(2, bad.status);
+    EXPECT_TRUE(Contains(bad.err, "--ambiguous-width is 1 or 2, not \"3\"")) << bad.err;
 }

@@ -78,3 +78,17 @@ TEST(RunnerInteractive, HelpListsTheCommands) {
         EXPECT_EQ("", s.err);
     }
 }
+
+// help names what the commands take in the dialog shown: block ids, column numbers as click and
+// edit take them (the test plug-in's column 3 is hidden), the menu items with their ids.
+TEST(RunnerInteractive, HelpListsTheBlocksColumnsAndMenuItemsOfTheDialog) {
+    const Session s = Type("help\n");
+    EXPECT_EQ(0, s.status) << s.err;
+    EXPECT_EQ(1u, Count(s.out, "  click <row> [<column>]")) << "the commands first";
+    EXPECT_EQ(1u, Count(s.out, u8"  button01                  Button            导出BOM\n")) << s.out;
+    EXPECT_EQ(1u, Count(s.out, u8"Tree columns (click and edit take the number):\n  0   名称\n  1   数量\n  2   状态\n"
+                               u8"  3   ID  (hidden: not editable)\n  4   备注\n"))
+        << s.out;
+    EXPECT_EQ(1u, Count(s.out, u8"\n  1   添加到组\n")) << "the menu's items with their ids: " << s.out;
+    EXPECT_EQ(1u, Count(s.out, "OnMenuCallback")) << "the menu comes from the plug-in's handler, run once";
+}

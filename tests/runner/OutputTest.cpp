@@ -66,6 +66,9 @@ std::string PrintEvents(Format format) {
         p.Opened("D:\\out\\测试.xls", true);
         p.Opened("D:\\out\\测试-1.xls", false);
         p.Selection(SampleSelection());
+        host::SelectionRequest unanswered = SampleSelection();
+        unanswered.unanswered = true;
+        p.Selection(unanswered);
     });
 }
 
@@ -83,12 +86,18 @@ TEST(RunnerOutput, ChineseCharactersTakeTwoColumns) {
     EXPECT_EQ(3, runner::DisplayWidth("abc")) << "ASCII is one column each";
 }
 
-TEST(RunnerOutput, AmbiguousCharactersOfGbkTakeTwoColumnsAsOnAChineseTerminal) {
-    EXPECT_EQ(8, runner::DisplayWidth(u8"Φ4×200")) << "Φ and × are ambiguous-width; GBK holds them in two bytes";
-    EXPECT_EQ(4, runner::DisplayWidth(u8"①°")) << "so are ① and °";
-    EXPECT_EQ(1, runner::DisplayWidth(u8"€")) << "the euro sign is one byte (0x80) in GBK";
-    EXPECT_EQ(1, runner::DisplayWidth(u8"\u0E01")) << "a character GBK lacks and that is not wide";
-    EXPECT_EQ(2, runner::DisplayWidth(u8"\uAC00")) << "a wide character GBK lacks";
+TEST(RunnerOutput, AmbiguousCharactersTakeOneColumnAsUtf8TerminalsShowThem) {
+    EXPECT_EQ(6, runner::DisplayWidth(u8"Φ4×200")) << "Φ and × are ambiguous-width: one column by default";
+    EXPECT_EQ(2, runner::DisplayWidth(u8"①°"));
+}
+
+TEST(RunnerOutput, AmbiguousCharactersOfGbkTakeTwoColumnsOnAWideAmbiguousTerminal) {
+    EXPECT_EQ(8, runner::DisplayWidth(u8"Φ4×200", 2)) << "Φ and × are ambiguous-width; GBK holds them in two bytes";
+    EXPECT_EQ(4, runner::DisplayWidth(u8"①°", 2)) << "so are ① and °";
+    EXPECT_EQ(1, runner::DisplayWidth(u8"€", 2)) << "the euro sign is one byte (0x80) in GBK";
+    EXPECT_EQ(1, runner::DisplayWidth(u8"\u0E01", 2)) << "a character GBK lacks and that is not wide";
+    EXPECT_EQ(2, runner::DisplayWidth(u8"\uAC00", 2)) << "a wide character GBK lacks";
+    EXPECT_EQ(4, runner::DisplayWidth(u8"螺钉", 2)) << "wide characters stay two columns";
 }
 
 TEST(RunnerOutput, Utf8FilterEscapesBytesThatAreNotUtf8) {
@@ -178,6 +187,7 @@ TEST(RunnerOutput, RefusalsAndEventsHaveTheirOwnLines) {
         u8"menu-refused\t2\t5\tdisabled\n"
         u8"open\tD:\\out\\测试.xls\n"
         u8"open\tD:\\out\\测试-1.xls\n"
+        u8"selection\t选择\t选择标准件\n"
         u8"selection\t选择\t选择标准件\n";
     EXPECT_EQ(expected, out) << "one line per event, its kind first";
 }
@@ -201,7 +211,8 @@ TEST(RunnerOutput, TextEventsAreSentences) {
         u8"Menu item 5 on row 2 is disabled: nothing runs.\n"
         u8"Opened with its program: D:\\out\\测试.xls\n"
         u8"Would open with its program (--open opens it): D:\\out\\测试-1.xls\n"
-        u8"Selection dialog: 选择: 选择标准件\n";
+        u8"Selection dialog: 选择: 选择标准件\n"
+        u8"Selection dialog: 选择: 选择标准件 (no answer-selection was queued: cancelled)\n";
     EXPECT_EQ(expected, PrintEvents(Format::Text)) << "one sentence per event";
 }
 

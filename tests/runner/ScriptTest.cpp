@@ -89,8 +89,10 @@ TEST(RunnerScript, ClickEditAndMenuAddressRows) {
 
     const Command menu = One("menu 1.1 2");
     EXPECT_EQ(CommandKind::Menu, menu.kind) << "menu";
-    EXPECT_EQ(2, menu.menuItem) << "the menu item id";
-    EXPECT_THROW(One("menu 1"), ScriptError) << "menu needs an item";
+    EXPECT_EQ(2, menu.menuItem.value_or(-1)) << "the menu item id";
+    EXPECT_FALSE(One("menu 1").menuItem.has_value()) << "without an item the menu is listed";
+    EXPECT_THROW(One("menu 1 x"), ScriptError) << "an item id is a number";
+    EXPECT_THROW(One("menu 1 2 3"), ScriptError) << "one item at most";
     EXPECT_THROW(One("click 1 x"), ScriptError) << "a column is a number";
 }
 

@@ -34,8 +34,9 @@ public:
 
     // Starts the runner on the terminal's other side: the test plug-in on the fixture part, as
     // a user of its own, in text format (as for a person).
-    void StartRunner(const std::string& scratch) {
+    void StartRunner(const std::string& scratch, const std::vector<std::string>& env = {}) {
         const std::string home = runnertest::Scratch(scratch).string();
+        for (const std::string& variable : env) env_.push_back(variable);
         Start({(runnertest::BinaryFolder() / "vornadel-host").string(), runnertest::FixturePart("bracket.part.json"),
                "--plugin", runnertest::TestPlugin(), "--localappdata", home, "--desktop", home + "/desktop"});
     }
@@ -46,6 +47,8 @@ public:
         pid_ = fork();
         if (pid_ != 0) return;
         setsid();
+        setenv("TERM", "xterm", 1);  // a person's terminal says what it is
+        for (const std::string& variable : env_) putenv(const_cast<char*>(variable.c_str()));
         const int fd = open(slave.c_str(), O_RDWR);
         if (fd < 0) _exit(127);
         dup2(fd, 0);
@@ -102,6 +105,7 @@ private:
 
     int master_ = -1;
     pid_t pid_ = -1;
+    std::vector<std::string> env_;  // NAME=VALUE for the runner's environment
     std::string screen_;
     size_t seen_ = 0;  // the end of what the last successful wait found
 };
@@ -151,4 +155,44 @@ TEST(RunnerTerminal, EndOfInputClosesTheDialog) {
     const TerminalSession s = terminal.Finish();
     EXPECT_EQ(0, s.status) << s.screen;
     EXPECT_EQ(1u, Count(s.screen, kPrompt));
+}
+
+// The line is edited as typed: Ctrl-A goes to its start, the Up arrow brings back the line before.
+TEST(RunnerTerminal, LinesAreEditedAndRemembered) {
+    Terminal terminal;
+    ASSERT_TRUE(terminal.Open());
+    terminal.StartRunner("terminal-editing");
+    ASSERT_TRUE(terminal.WaitFor(kPrompt));
+    terminal.Type("ress button03\x01p\n");
+    ASSERT_TRUE(terminal.WaitFor("| update_cb button03\n")) << "Ctrl-A, then the missing p";
+    ASSERT_TRUE(terminal.WaitFor(kPrompt));
+    terminal.Type("\x1b[A\n");
+    ASSERT_TRUE(terminal.WaitFor("| update_cb button03\n")) << "the Up arrow repeats the line";
+    ASSERT_TRUE(terminal.WaitFor(kPrompt));
+    terminal.Type("close\n");
+    const TerminalSession s = terminal.Finish();
+    EXPECT_EQ(0, s.status) << s.screen;
+    EXPECT_EQ(2u, Count(s.screen, "| update_cb button03\n")) << s.screen;
+}
+
+// Long work shows where it stands on standard error at a terminal; here every piece of work is
+// "long" (VORNADEL_PROGRESS_AFTER_MS=0). The line is wiped before anything else is printed.
+TEST(RunnerTerminal, LongWorkShowsProgressAtTheTerminal) {
+    Terminal terminal;
+    ASSERT_TRUE(terminal.Open());
+    terminal.StartRunner("terminal-progress", {"VORNADEL_PROGRESS_AFTER_MS=0"});
+    ASSERT_TRUE(terminal.WaitFor(kPrompt));
+    terminal.Type("close\n");
+    const TerminalSession s = terminal.Finish();
+    EXPECT_EQ(0, s.status) << s.screen;
+    EXPECT_LE(1u, Count(s.screen, "vornadel-host: reading bracket.part.json: 2 of 2 bodies ...")) << s.screen;
+    EXPECT_LE(1u, Count(s.screen, "vornadel-host: the plug-in builds its dialog for 2 bodies: ")) << s.screen;
+    EXPECT_LE(1u, Count(s.screen, "vornadel-host: stdin:1 runs ...")) << s.screen;
+    EXPECT_EQ(1u, Count(s.screen, "+-- information: testplugin\n| ufusr\n")) << "the message box after the wiped line, whole";
+}
+
+TEST(RunnerTerminal, NoProgressWhenStandardErrorIsNoTerminal) {
+    const runnertest::HostRun run = runnertest::RunTestPlugin({"-e", "close"}, {"VORNADEL_PROGRESS_AFTER_MS=0"});
+    EXPECT_EQ(0, run.status) << run.err;
+    EXPECT_EQ("", run.err);
 }

@@ -11,6 +11,7 @@
 #include <uf_attr.h>
 
 #include "HostSession.hpp"
+#include "core/Core.hpp"
 #include "core/Model.hpp"
 #include "core/UfErrors.hpp"
 
@@ -332,6 +333,17 @@ char* CopyForCaller(const std::string& text) {
     return copy;
 }
 
+// Keeps a write refused for NX's limits (host::RefusedAttributes) and returns its code.
+int Refused(tag_t object, const char* title, const UF_ATTR_value_t& value, int code) {
+    host::RefusedAttribute refused;
+    refused.tag = object;
+    refused.title = title;
+    if (value.type == UF_ATTR_string && value.value.string != nullptr) refused.value = value.value.string;
+    refused.code = code;
+    State().refusedAttributes.push_back(refused);
+    return code;
+}
+
 }  // namespace
 
 extern "C" {
@@ -380,7 +392,7 @@ int UF_ATTR_assign(tag_t object, char* title, UF_ATTR_value_t value) {
     if (title == nullptr) return kUfNullArgument;
     size_t titleLength = std::strlen(title);
     if (titleLength == 0) return kUfEmptyTitle;
-    if (titleLength > UF_ATTR_MAX_TITLE_LEN) return kUfTitleTooLong;
+    if (titleLength > UF_ATTR_MAX_TITLE_LEN) return Refused(object, title, value, kUfTitleTooLong);
     ObjectData* data = FindData(host::Tags::Find(object));
     if (data == nullptr) return host::Tags::Find(object) == nullptr ? kUfBadTag : kUfNotAttributeOwner;
     Attribute a;
@@ -391,7 +403,7 @@ int UF_ATTR_assign(tag_t object, char* title, UF_ATTR_value_t value) {
     case UF_ATTR_bool: a = BooleanValue(value.value.boolean); break;
     case UF_ATTR_string:
         if (value.value.string == nullptr) return kUfNullArgument;
-        if (std::strlen(value.value.string) > UF_ATTR_MAX_STRING_LEN) return kUfValueTooLong;
+        if (std::strlen(value.value.string) > UF_ATTR_MAX_STRING_LEN) return Refused(object, title, value, kUfValueTooLong);
         a = TextValue(NXObject::AttributeTypeString, value.value.string);
         break;
     default: return kUfBadAttributeType;  // time and reference values are not kept by the host

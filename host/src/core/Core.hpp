@@ -8,6 +8,7 @@
 #include <string>
 #include <vector>
 
+#include "Driver.hpp"
 #include "platform/Desktop.h"
 
 namespace host::core {
@@ -26,6 +27,7 @@ struct SessionState {
     std::optional<platform::LocalTime> pinnedClock;
     std::vector<std::string> openedFiles;
     bool reallyOpenFiles = false;
+    std::vector<RefusedAttribute> refusedAttributes;
 };
 
 SessionState& State();

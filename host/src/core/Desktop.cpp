@@ -81,6 +81,8 @@ namespace host {
 void PinClock(const platform::LocalTime& time) { core::State().pinnedClock = time; }
 void UnpinClock() { core::State().pinnedClock.reset(); }
 const std::vector<std::string>& OpenedFiles() { return core::State().openedFiles; }
+
+const std::vector<RefusedAttribute>& RefusedAttributes() { return core::State().refusedAttributes; }
 void SetReallyOpenFiles(bool reallyOpen) { core::State().reallyOpenFiles = reallyOpen; }
 
 std::string LocalPath(const std::string& windowsPath) {

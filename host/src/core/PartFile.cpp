@@ -217,9 +217,12 @@ public:
             const Json& bodies = root["bodies"];
             if (!bodies.is_array()) Fail("bodies", "must be an array of bodies");
             std::map<long long, size_t> tags;
+            Activity& activity = CurrentActivity();
+            activity.bodiesInFile = static_cast<long>(bodies.size());
             for (size_t i = 0; i < bodies.size(); ++i) {
                 std::string path = Element("bodies", i);
                 part->bodies.push_back(ReadBody(bodies[i], path, part.get()));
+                activity.bodiesLoaded = static_cast<long>(i + 1);
                 auto seen = tags.emplace(part->bodies.back()->fileTag, i);
                 if (!seen.second)
                     Fail(path + ".tag", std::to_string(seen.first->first) + " is also the tag of " +

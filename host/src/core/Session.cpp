@@ -135,12 +135,21 @@ void UnsetEnvironmentVariable(const std::string& name) { core::State().environme
 
 int ModelUpdateCount() { return core::State().modelUpdates; }
 
+Activity& CurrentActivity() {
+    static Activity activity;
+    return activity;
+}
+
 void ResetSession() {
     // The dialogs go first: their nodes and collectors refer to bodies of the work part.
     ResetUserInterface();
     core::SessionState& state = core::State();
     state.workPart.reset();
     state = core::SessionState();
+    Activity& activity = CurrentActivity();
+    activity.bodiesInFile = 0;
+    activity.bodiesLoaded = 0;
+    activity.treeRowsInserted = 0;
 }
 
 }  // namespace host

@@ -26,7 +26,10 @@ Selection::Response Ask(SelectionRequest request, std::vector<NXOpen::TaggedObje
     UiState& s = State();
     s.requests.push_back(std::move(request));
     objects.clear();
-    if (s.answers.empty()) return Selection::ResponseCancel;
+    if (s.answers.empty()) {
+        s.requests.back().unanswered = true;
+        return Selection::ResponseCancel;
+    }
     Answer answer = s.answers.front();
     s.answers.erase(s.answers.begin());
     if (answer.response != Selection::ResponseBack && answer.response != Selection::ResponseCancel) {

@@ -225,6 +225,7 @@ void Tree::InsertNode(Node* newNode, Node* parentNode, Node* afterNode, NodeInse
     NodeImpl& n = Impl(newNode);
     if (&n.tree != &t) Fail("Tree::InsertNode: the node was created by another tree");
     if (n.inserted) Fail("Tree::InsertNode: the node is already inserted; a node is inserted once");
+    ++host::CurrentActivity().treeRowsInserted;
     NodeImpl* parent = parentNode ? &t.Inserted(parentNode) : nullptr;
     std::vector<NodeImpl*>& siblings = parent ? parent->children : t.roots;
     size_t at;
