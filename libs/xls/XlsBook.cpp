@@ -64,6 +64,20 @@ struct SheetPlan {
     std::vector<u32> dbcells;
 };
 
+// An error value as Excel shows it in a cell.
+const char* errorName(u32 code)
+{
+    switch (code) {
+    case 0x00: return "#NULL!";
+    case 0x07: return "#DIV/0!";
+    case 0x0F: return "#VALUE!";
+    case 0x17: return "#REF!";
+    case 0x1D: return "#NAME?";
+    case 0x24: return "#NUM!";
+    default: return "#N/A";
+    }
+}
+
 }  // namespace
 
 struct ColumnFormat {
@@ -585,6 +599,43 @@ bool Sheet::writeStr(int row, int col, const wchar_t* text)
     }
     const std::vector<u16>& units = state_->scratch;
     return writeStrUtf16(row, col, units.empty() ? NULL : &units[0], units.size());
+}
+
+int Sheet::rowCount() const
+{
+    u32 extent[4];
+    state_->table->extent(extent);
+    return static_cast<int>(extent[1]);
+}
+
+bool Sheet::readStr(int row, int col, std::vector<unsigned short>& units) const
+{
+    units.clear();
+    if (row < 0 || row >= kMaxRows || col < 0 || col >= kMaxColumns) return false;
+    CellValue value;
+    state_->table->value(static_cast<u32>(row), static_cast<u32>(col), value);
+    char text[40] = "";
+    switch (value.kind) {
+    case CellValue::kNone:
+        break;
+    case CellValue::kNumber:
+        sprintf(text, "%.15g", value.number);
+        break;
+    case CellValue::kSharedString:
+        state_->book->strings.text(value.code, units);
+        break;
+    case CellValue::kText:
+        units.swap(value.text);
+        break;
+    case CellValue::kBoolean:
+        strcpy(text, value.code != 0 ? "TRUE" : "FALSE");
+        break;
+    case CellValue::kError:
+        strcpy(text, errorName(value.code));
+        break;
+    }
+    for (const char* c = text; *c != '\0'; ++c) units.push_back(static_cast<unsigned char>(*c));
+    return true;
 }
 
 bool Sheet::writeStrUtf16(int row, int col, const unsigned short* units, size_t length)
