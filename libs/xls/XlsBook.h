@@ -30,6 +30,13 @@ public:
     // The same with text given as length UTF-16 code units.
     bool writeStrUtf16(int row, int col, const unsigned short* units, size_t length);
 
+    // The same, giving the cell the format xf (an index as cellFormat gives it), or with -1 the
+    // format writeStr gives. False also for an xf that is not a cell format of the book.
+    bool writeStrUtf16(int row, int col, const unsigned short* units, size_t length, int xf);
+
+    // The format (XF index) of the cell at (row, col); -1 when the sheet has no such cell.
+    int cellFormat(int row, int col) const;
+
     // One past the last row that holds a cell (a blank cell with a format counts); 0 without cells.
     int rowCount() const;
 
