@@ -3,7 +3,8 @@
 file(GLOB BOMDIFF_SOURCES CONFIGURE_DEPENDS ${VORNADEL_ROOT}/apps/vornadel-bomdiff/*.cpp)
 add_executable(vornadel-bomdiff ${BOMDIFF_SOURCES})
 vornadel_cxx17(vornadel-bomdiff)
-# The bundled change workbook template is found in the checkout the program was built from when
-# it is not beside the program.
-target_compile_definitions(vornadel-bomdiff PRIVATE VORNADEL_SOURCE_DIR="${VORNADEL_ROOT}")
 target_link_libraries(vornadel-bomdiff PRIVATE xls vornadel-host-core)
+# The change workbook template goes beside the program, where the program looks for it.
+add_custom_command(TARGET vornadel-bomdiff POST_BUILD
+  COMMAND ${CMAKE_COMMAND} -E copy_if_different "${VORNADEL_ROOT}/samples/bomdiff/标准件变更单.xls"
+          "$<TARGET_FILE_DIR:vornadel-bomdiff>/标准件变更单.xls")

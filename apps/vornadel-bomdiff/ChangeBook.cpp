@@ -34,10 +34,7 @@ std::string Today() {
 }  // namespace
 
 fs::path ChangeBookTemplate() {
-    const fs::path beside = fs::u8path(runner::ExecutablePath()).parent_path() / fs::u8path(kTemplateName);
-    std::error_code error;
-    if (fs::exists(beside, error)) return beside;
-    return fs::u8path(VORNADEL_SOURCE_DIR) / "samples" / "bomdiff" / fs::u8path(kTemplateName);
+    return fs::u8path(runner::ExecutablePath()).parent_path() / fs::u8path(kTemplateName);
 }
 
 std::string WriteChangeBook(const fs::path& templatePath, const fs::path& out, const Bom& older, const Bom& newer,

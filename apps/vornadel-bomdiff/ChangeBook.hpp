@@ -9,7 +9,7 @@
 
 namespace bomdiff {
 
-// The template: beside the program, else the checkout's samples/bomdiff.
+// The template, beside the program (the build copies samples/bomdiff/标准件变更单.xls there).
 std::filesystem::path ChangeBookTemplate();
 
 // Writes the change workbook to out, which must not exist. "" on success, else what went wrong
