@@ -112,7 +112,8 @@ Bom ReadBom(const fs::path& path) {
     Bom bom;
     bom.file = path;
     for (int f = 0; f < kHeadFields; ++f) bom.head[f] = ReadCell(*sheet, kHeadCells[f].row, kHeadCells[f].column);
-    for (int row = kFirstPartRow; row < sheet->rowCount(); ++row) {
+    const int rows = sheet->rowCount();
+    for (int row = kFirstPartRow; row < rows; ++row) {
         BomLine line;
         line.row = row;
         bool blank = true;
