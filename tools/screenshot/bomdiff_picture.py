@@ -13,8 +13,8 @@ exported before and after a design change, as Gnumeric prints the workbook.
 3. Prints the workbook to PDF with Gnumeric (ssconvert), renders the first page with Ghostscript
    and crops it to the sheet.
 
-Needs the build (moldgen, vornadel-host, vornadel-bomdiff), gnumeric and ghostscript. Default
-output: docs/change-list.png. Nothing here is a test; the tests do not use it."""
+Needs the build (moldgen, vornadel-host, vornadel-bomdiff); installs what is missing of gnumeric
+(ssconvert) and ghostscript (gs) with apt-get. Default output: docs/change-list.png. Nothing here is a test; the tests do not use it."""
 import argparse
 import json
 import os
@@ -114,11 +114,23 @@ def picture(workbook, out, dpi):
     print("%s: %d x %d pixels, %d KiB" % (out, box_width, box_height, os.path.getsize(out) // 1024))
 
 
+def set_up():
+    """The Debian packages this picture needs, installed when missing (as dev.sh does)."""
+    missing = [package for program, package in (("ssconvert", "gnumeric"), ("gs", "ghostscript"))
+               if shutil.which(program) is None]
+    if missing:
+        sudo = [] if os.geteuid() == 0 else ["sudo"]
+        run(*sudo, "apt-get", "update", "-qq")
+        run(*sudo, "apt-get", "install", "-y", "-qq", "--no-install-recommends", *missing,
+            env=dict(os.environ, DEBIAN_FRONTEND="noninteractive"))
+
+
 def main():
     parser = argparse.ArgumentParser(description="Makes the README's picture of a change workbook.")
     parser.add_argument("--out", default=os.path.join(ROOT, "docs", "change-list.png"), help="the PNG to write")
     parser.add_argument("--dpi", type=int, default=110, help="resolution of the page (default 110)")
     args = parser.parse_args()
+    set_up()
     shutil.rmtree(WORK, ignore_errors=True)
     os.makedirs(os.path.join(WORK, "c", "out"))
     before, after = os.path.join(WORK, "before.part.json"), os.path.join(WORK, "after.part.json")
