@@ -147,3 +147,39 @@ TEST(XlsRead, WrittenCellsReadBack)
     EXPECT_EQ(readCell(*sheet, 0, 0), before);
     EXPECT_EQ(sheet->rowCount(), 901);
 }
+
+TEST(XlsRead, ACellTakesTheFormatItIsGiven)
+{
+    TempDir dir;
+    xls::Book book;
+    ASSERT_TRUE(book.load(osPath(bundledTemplate()).c_str())) << book.errorMessage();
+    xls::Sheet* sheet = book.getSheet(book.activeSheet());
+    ASSERT_NE(sheet, nullptr);
+    const nlohmann::json before = xlrdDump(bundledTemplate());
+    int titleFormat = -1;
+    for (const auto& cell : before["sheets"][0]["cells"])
+        if (cell[0] == 5 && cell[1] == 1) titleFormat = cell[4].get<int>();
+    ASSERT_GE(titleFormat, 0);
+    EXPECT_EQ(sheet->cellFormat(5, 1), titleFormat) << "as xlrd reads it";
+    EXPECT_EQ(sheet->cellFormat(300, 1), -1) << "no cell";
+    EXPECT_EQ(sheet->cellFormat(-1, 1), -1);
+    const std::u16string text = u"顶针";
+    const auto* units = reinterpret_cast<const unsigned short*>(text.data());
+    ASSERT_TRUE(sheet->writeStrUtf16(6, 1, units, text.size(), titleFormat)) << book.errorMessage();
+    ASSERT_TRUE(sheet->writeStrUtf16(5, 3, units, text.size(), 15)) << "an existing cell takes the format given";
+    EXPECT_EQ(sheet->cellFormat(6, 1), titleFormat);
+    EXPECT_EQ(sheet->cellFormat(5, 3), 15);
+    EXPECT_FALSE(sheet->writeStrUtf16(6, 2, units, text.size(), 0)) << "XF 0 is a style format";
+    EXPECT_NE(std::string(book.errorMessage()).find("format 0 is not a cell format"), std::string::npos);
+    EXPECT_FALSE(sheet->writeStrUtf16(6, 2, units, text.size(), 100000));
+    EXPECT_EQ(sheet->cellFormat(6, 2), -1) << "nothing written";
+    ASSERT_TRUE(book.save(osPath(dir / "out.xls").c_str())) << book.errorMessage();
+    int written = -1, retitled = -1;
+    const nlohmann::json after = xlrdDump(dir / "out.xls");
+    for (const auto& cell : after["sheets"][0]["cells"]) {
+        if (cell[0] == 6 && cell[1] == 1) written = cell[4].get<int>();
+        if (cell[0] == 5 && cell[1] == 3) retitled = cell[4].get<int>();
+    }
+    EXPECT_EQ(written, titleFormat);
+    EXPECT_EQ(retitled, 15);
+}
