@@ -115,7 +115,6 @@ Bom ReadBom(const fs::path& path) {
     const int rows = sheet->rowCount();
     for (int row = kFirstPartRow; row < rows; ++row) {
         BomLine line;
-        line.row = row;
         bool blank = true;
         for (int f = 0; f < kPartFields; ++f) {
             line.fields[f] = ReadCell(*sheet, row, kPartColumns[f]);

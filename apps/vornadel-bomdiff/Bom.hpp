@@ -32,20 +32,18 @@ enum PartField { kName, kModel, kBrand, kQuantity, kHeatTreatment, kRemark, kMat
 extern const int kPartColumns[kPartFields];   // sheet column of each field
 extern const char* const kPartTitles[kPartFields];  // its title in the sheet's title row (UTF-8)
 
-const int kNumberColumn = 0;  // the running number
 const int kTitleRow = 5;      // the titles of the part columns
 const int kFirstPartRow = 6;
 
 // One part row (UTF-8 texts as the cells hold them).
 struct BomLine {
-    int row = 0;  // sheet row, from 0
     std::string fields[kPartFields];
 };
 
 struct Bom {
     std::filesystem::path file;
     std::string head[kHeadFields];
-    std::vector<BomLine> lines;  // rows with a name, in sheet order
+    std::vector<BomLine> lines;  // the part rows that are not blank, in sheet order
 };
 
 // Reads the BOM export at path (the sheet active when it was saved). Throws BadInput.
