@@ -21,7 +21,7 @@ $")
   set_tests_properties(bomdiff_win_missing_file PROPERTIES
     PASS_REGULAR_EXPRESSION "vornadel-bomdiff: cannot read [^\n]*缺少\\.xls: no such file or no permission")
 else()
-  vornadel_test(bomdiff_tests bomdiff xls)
+  vornadel_test(bomdiff_tests bomdiff bomdiff-core)
   target_sources(bomdiff_tests PRIVATE ${VORNADEL_ROOT}/tests/xls/XlsTestSupport.cpp)
   target_include_directories(bomdiff_tests PRIVATE ${NLOHMANN_JSON_INCLUDE} ${VORNADEL_ROOT}/tests/xls)
   target_link_libraries(bomdiff_tests PRIVATE vornadel_platform)
