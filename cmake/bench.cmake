@@ -26,3 +26,9 @@ target_compile_definitions(bench_xls_compare PRIVATE VORNADEL_SOURCE_DIR="${VORN
 target_include_directories(bench_xls_compare PRIVATE ${VORNADEL_ROOT}/host/src)
 # nxhost for its UTF-8 writer: the job is handed to the other libraries as UTF-8.
 target_link_libraries(bench_xls_compare PRIVATE xls nxhost)
+
+# vornadel-bomdiff on two BOMs of 5,000 lines: read both, compare, print, write the change workbook.
+add_executable(bench_bomdiff ${VORNADEL_ROOT}/bench/bomdiff/BomdiffBench.cpp)
+vornadel_cxx17(bench_bomdiff)
+target_compile_definitions(bench_bomdiff PRIVATE VORNADEL_SOURCE_DIR="${VORNADEL_ROOT}")
+target_link_libraries(bench_bomdiff PRIVATE bomdiff-core)

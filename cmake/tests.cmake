@@ -15,7 +15,7 @@ endfunction()
 # which is compiler-independent (docs/windows.md).
 if(WIN32)
   set(VORNADEL_TEST_FRAGMENTS)
-  foreach(area platform host config editing nxkit crossbuild xls commands runner stdparts)
+  foreach(area platform host config editing nxkit crossbuild xls commands runner stdparts bomdiff)
     list(APPEND VORNADEL_TEST_FRAGMENTS ${VORNADEL_ROOT}/cmake/tests-${area}.cmake)
   endforeach()
 else()

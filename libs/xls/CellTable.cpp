@@ -2,6 +2,9 @@
 
 #include "Formulas.h"
 #include "Records.h"
+#include "SharedStrings.h"
+
+#include <math.h>
 
 #include <cstddef>
 #include <stdio.h>
@@ -24,6 +27,48 @@ void appendCellHeader(Bytes& out, u32 type, u32 size, u32 r, u32 c, u32 xf)
     appendU16(out, r);
     appendU16(out, c);
     appendU16(out, xf);
+}
+
+// An IEEE 754 double stored little-endian, built without relying on the machine's byte order.
+double toDouble(u32 low, u32 high)
+{
+    const u32 exponent = (high >> 20) & 0x7FF;
+    const double fraction = (high & 0xFFFFF) * 4294967296.0 + low;  // 52 bits: exact
+    double magnitude;
+    if (exponent == 0)
+        magnitude = ldexp(fraction, -1074);
+    else if (exponent == 0x7FF)
+        magnitude = HUGE_VAL;  // infinity or NaN, which no cell holds
+    else
+        magnitude = ldexp(fraction + 4503599627370496.0, static_cast<int>(exponent) - 1075);
+    return (high & 0x80000000u) != 0 ? -magnitude : magnitude;
+}
+
+// RK: a 30-bit integer or the high 30 bits of a double, divided by 100 when its lowest bit is set.
+double rkNumber(u32 rk)
+{
+    double v;
+    if ((rk & 0x02) != 0) {
+        long whole = static_cast<long>(rk >> 2);
+        if ((rk & 0x80000000u) != 0) whole -= 0x40000000L;
+        v = static_cast<double>(whole);
+    } else {
+        v = toDouble(0, rk & 0xFFFFFFFCu);
+    }
+    return (rk & 0x01) != 0 ? v / 100 : v;
+}
+
+// The characters of a string that starts at offset in the record at `at` (type, size, data) and
+// goes on in the CONTINUE records that follow it up to end.
+bool recordString(const u8* at, const u8* end, size_t offset, std::vector<u16>& units)
+{
+    std::vector<Bytes> chain;
+    do {
+        const u32 size = getU16(at + 2);
+        chain.push_back(Bytes(at + kRecordHeaderSize, at + kRecordHeaderSize + size));
+        at += kRecordHeaderSize + size;
+    } while (at + kRecordHeaderSize <= end && getU16(at) == kContinue);
+    return SharedStrings::readString(chain, 0, offset, units);
 }
 
 }  // namespace
@@ -263,6 +308,56 @@ void CellTable::setLabel(u32 r, u32 c, u32 xf, u32 sstIndex)
     cell.kind = kLabelSst;
     cell.xf = static_cast<u16>(xf);
     cell.value = sstIndex;
+}
+
+void CellTable::value(u32 r, u32 c, CellValue& out) const
+{
+    out.kind = CellValue::kNone;
+    const Cell* found = cell(r, c);
+    if (found == NULL || found->kind == kBlank) return;
+    if (found->kind == kRk) {
+        out.kind = CellValue::kNumber;
+        out.number = rkNumber(found->value);
+        return;
+    }
+    if (found->kind == kLabelSst) {
+        out.kind = CellValue::kSharedString;
+        out.code = found->value;
+        return;
+    }
+    const Group& g = groups_[found->value];
+    const u8* record = &verbatim_[g.offset];
+    const u8* end = record + g.size;
+    const u32 type = getU16(record), size = getU16(record + 2);
+    const u8* data = record + kRecordHeaderSize;
+    if (type == kNumber && size >= 14) {
+        out.kind = CellValue::kNumber;
+        out.number = toDouble(getU32(data + 6), getU32(data + 10));
+    } else if ((type == kLabel || type == kRString) && recordString(record, end, 6, out.text)) {
+        out.kind = CellValue::kText;
+    } else if (type == kBoolErr && size >= 8) {
+        out.kind = data[7] != 0 ? CellValue::kError : CellValue::kBoolean;
+        out.code = data[6];
+    } else if ((type == kFormula || type == kFormula3 || type == kFormula4) && size >= 14) {
+        if (getU16(data + 12) != 0xFFFF) {
+            out.kind = CellValue::kNumber;
+            out.number = toDouble(getU32(data + 6), getU32(data + 10));
+        } else if (data[6] == 1 || data[6] == 2) {
+            out.kind = data[6] == 1 ? CellValue::kBoolean : CellValue::kError;
+            out.code = data[8];
+        } else if (data[6] == 3) {
+            out.kind = CellValue::kText;
+            out.text.clear();
+        } else if (data[6] == 0) {
+            // The text result is in the STRING record after the formula and its companions.
+            for (const u8* at = record; at + kRecordHeaderSize <= end; at += kRecordHeaderSize + getU16(at + 2)) {
+                if (getU16(at) == kString) {
+                    if (recordString(at, end, 0, out.text)) out.kind = CellValue::kText;
+                    break;
+                }
+            }
+        }
+    }
 }
 
 void CellTable::extent(u32 out[4]) const

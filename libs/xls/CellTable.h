@@ -26,6 +26,15 @@ struct Cell {
 
 enum { kVerbatim = 0 };
 
+// What a cell holds, for reading: a formula gives its last result.
+struct CellValue {
+    enum Kind { kNone, kNumber, kSharedString, kText, kBoolean, kError };
+    Kind kind;
+    double number;          // kNumber
+    u32 code;               // kSharedString: SST index; kBoolean: 0 or 1; kError: the error's code
+    std::vector<u16> text;  // kText
+};
+
 struct Row {
     Row() : hasRecord(false) {}
     bool hasRecord;
@@ -60,6 +69,9 @@ public:
     bool release(u32 r, u32 c, std::string& error);
     // Makes (r, c) a LABELSST cell with the given XF and SST index; release(r, c) first.
     void setLabel(u32 r, u32 c, u32 xf, u32 sstIndex);
+
+    // What (r, c) holds: kNone for no cell, a blank or a record too short for its kind.
+    void value(u32 r, u32 c, CellValue& out) const;
 
     bool hasFormulas() const { return hasFormulas_; }
     // Cells' extent: first row, last row + 1, first column, last column + 1; all zero without cells.

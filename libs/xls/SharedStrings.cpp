@@ -153,6 +153,32 @@ void SharedStrings::load(const std::vector<const u8*>& data, const std::vector<s
     }
 }
 
+bool SharedStrings::readString(const std::vector<Bytes>& records, size_t record, size_t offset,
+                               std::vector<u16>& units)
+{
+    Cursor at(records);
+    at.record = record;
+    at.offset = offset;
+    u8 header[3], count[4];
+    if (!at.raw(header, 3)) return false;
+    const u32 flags = header[2];
+    if ((flags & kRichSt) && !at.raw(count, 2)) return false;
+    if ((flags & kExtSt) && !at.raw(count, 4)) return false;
+    units.clear();
+    return at.characters(getU16(header), (flags & kHighByte) ? 2 : 1, &units);
+}
+
+bool SharedStrings::text(u32 index, std::vector<u16>& units) const
+{
+    if (index < loadedCount_) return readString(chain_, loadedRecord_[index], loadedOffset_[index], units);
+    if (index >= count()) return false;
+    const size_t k = index - loadedCount_;
+    const size_t end = k + 1 < newStart_.size() ? newStart_[k + 1] : newUnits_.size();
+    units.assign(newUnits_.begin() + static_cast<std::ptrdiff_t>(newStart_[k]),
+                 newUnits_.begin() + static_cast<std::ptrdiff_t>(end));
+    return true;
+}
+
 // Room is made before the string is indexed, so that running out of memory leaves the table as
 // it was.
 u32 SharedStrings::add(const u16* units, size_t length)

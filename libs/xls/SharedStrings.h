@@ -42,6 +42,16 @@ public:
     // runs or phonetic data is already there.
     u32 add(const u16* units, size_t length);
 
+    // The text of string index, formatting runs and phonetic data left out. False for an index
+    // beyond the table.
+    bool text(u32 index, std::vector<u16>& units) const;
+
+    // Reads the string (XLUnicodeString: cch, flags, runs and phonetic sizes, characters) that
+    // starts at offset in records[record], whose characters may go on in the records after it (a
+    // record that carries on characters starts with a flags byte). units receives the
+    // characters; false when the records end first.
+    static bool readString(const std::vector<Bytes>& records, size_t record, size_t offset, std::vector<u16>& units);
+
     // Keeps cstTotal (the number of LABELSST cells in the workbook) right: delta cells were added.
     void countCells(long delta) { totalDelta_ += delta; }
 

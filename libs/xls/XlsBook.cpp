@@ -64,6 +64,20 @@ struct SheetPlan {
     std::vector<u32> dbcells;
 };
 
+// An error value as Excel shows it in a cell.
+const char* errorName(u32 code)
+{
+    switch (code) {
+    case 0x00: return "#NULL!";
+    case 0x07: return "#DIV/0!";
+    case 0x0F: return "#VALUE!";
+    case 0x17: return "#REF!";
+    case 0x1D: return "#NAME?";
+    case 0x24: return "#NUM!";
+    default: return "#N/A";
+    }
+}
+
 }  // namespace
 
 struct ColumnFormat {
@@ -87,7 +101,8 @@ public:
     }
 
     bool open(std::string& error);
-    bool write(u32 r, u32 c, const u16* units, size_t length, std::string& error);
+    // xf: the cell's format; kNone for the one it has, else the one a new cell takes.
+    bool write(u32 r, u32 c, const u16* units, size_t length, u32 xf, std::string& error);
     u32 newCellXf(u32 r, u32 c) const;
 
     BookState* book;
@@ -407,14 +422,14 @@ u32 SheetState::newCellXf(u32 r, u32 c) const
     return 0;
 }
 
-bool SheetState::write(u32 r, u32 c, const u16* units, size_t length, std::string& error)
+bool SheetState::write(u32 r, u32 c, const u16* units, size_t length, u32 xf, std::string& error)
 {
     if (!table->release(r, c, error)) {
         error = "cell (" + number(static_cast<long>(r)) + ", " + number(static_cast<long>(c)) + ") cannot be written: " + error;
         return false;
     }
     const Cell* existing = table->cell(r, c);
-    const u32 xf = existing != NULL ? existing->xf : newCellXf(r, c);
+    if (xf == kNone) xf = existing != NULL ? existing->xf : newCellXf(r, c);
     const bool wasLabel = existing != NULL && existing->kind == kLabelSst;
     const u32 sstIndex = book->strings.add(units, length);
     if (!wasLabel) book->strings.countCells(1);
@@ -587,10 +602,64 @@ bool Sheet::writeStr(int row, int col, const wchar_t* text)
     return writeStrUtf16(row, col, units.empty() ? NULL : &units[0], units.size());
 }
 
+int Sheet::rowCount() const
+{
+    u32 extent[4];
+    state_->table->extent(extent);
+    return static_cast<int>(extent[1]);
+}
+
+bool Sheet::readStr(int row, int col, std::vector<unsigned short>& units) const
+{
+    units.clear();
+    if (row < 0 || row >= kMaxRows || col < 0 || col >= kMaxColumns) return false;
+    CellValue value;
+    state_->table->value(static_cast<u32>(row), static_cast<u32>(col), value);
+    char text[40] = "";
+    switch (value.kind) {
+    case CellValue::kNone:
+        break;
+    case CellValue::kNumber:
+        sprintf(text, "%.15g", value.number);
+        break;
+    case CellValue::kSharedString:
+        state_->book->strings.text(value.code, units);
+        break;
+    case CellValue::kText:
+        units.swap(value.text);
+        break;
+    case CellValue::kBoolean:
+        strcpy(text, value.code != 0 ? "TRUE" : "FALSE");
+        break;
+    case CellValue::kError:
+        strcpy(text, errorName(value.code));
+        break;
+    }
+    for (const char* c = text; *c != '\0'; ++c) units.push_back(static_cast<unsigned char>(*c));
+    return true;
+}
+
 bool Sheet::writeStrUtf16(int row, int col, const unsigned short* units, size_t length)
+{
+    return writeStrUtf16(row, col, units, length, -1);
+}
+
+int Sheet::cellFormat(int row, int col) const
+{
+    if (row < 0 || row >= kMaxRows || col < 0 || col >= kMaxColumns) return -1;
+    const Cell* cell = state_->table->cell(static_cast<u32>(row), static_cast<u32>(col));
+    return cell != NULL ? cell->xf : -1;
+}
+
+bool Sheet::writeStrUtf16(int row, int col, const unsigned short* units, size_t length, int xf)
 {
     std::string& error = *state_->book->error;
     error.clear();
+    const std::vector<char>& cellXf = state_->book->cellXf;
+    if (xf != -1 && (xf < 0 || static_cast<size_t>(xf) >= cellXf.size() || !cellXf[static_cast<size_t>(xf)])) {
+        error = "format " + number(xf) + " is not a cell format of the workbook";
+        return false;
+    }
     if (row < 0 || row >= kMaxRows) {
         error = "row " + number(row) + " is outside the sheet (rows 0 to 65535)";
         return false;
@@ -608,7 +677,8 @@ bool Sheet::writeStrUtf16(int row, int col, const unsigned short* units, size_t 
         return false;
     }
     try {
-        return state_->write(static_cast<u32>(row), static_cast<u32>(col), units, length, error);
+        return state_->write(static_cast<u32>(row), static_cast<u32>(col), units, length,
+                             xf == -1 ? kNone : static_cast<u32>(xf), error);
     } catch (...) {
         error = "out of memory";
         return false;

@@ -2,7 +2,7 @@
 #define VORNADEL_XLS_XLSBOOK_H
 
 // The template workbook engine: loads an Excel 97-2003 workbook (BIFF8 in a compound file),
-// writes string cells into its worksheets and saves it, keeping everything it did not write.
+// reads and writes cells of its worksheets and saves it, keeping everything it did not write.
 // No call throws: failure is false or NULL, with a message in errorMessage() (ASCII English).
 // See README.md in this folder for what is read, what is refused and why.
 
@@ -29,6 +29,23 @@ public:
 
     // The same with text given as length UTF-16 code units.
     bool writeStrUtf16(int row, int col, const unsigned short* units, size_t length);
+
+    // The same, giving the cell the format xf (an index as cellFormat gives it), or with -1 the
+    // format writeStr gives. False also for an xf that is not a cell format of the book.
+    bool writeStrUtf16(int row, int col, const unsigned short* units, size_t length, int xf);
+
+    // The format (XF index) of the cell at (row, col); -1 when the sheet has no such cell.
+    int cellFormat(int row, int col) const;
+
+    // One past the last row that holds a cell (a blank cell with a format counts); 0 without cells.
+    int rowCount() const;
+
+    // The text of the cell at (row, col) as UTF-16 code units, as a user reads it in the cell
+    // with the General format: a string as stored; a number with up to 15 significant digits
+    // (3, 2.5, -0.125, 1e+20); TRUE or FALSE; an error as Excel names it (#N/A). A formula gives
+    // its last result. Empty for a blank cell or none. False, with units empty, for a cell outside
+    // 65,536 rows x 256 columns.
+    bool readStr(int row, int col, std::vector<unsigned short>& units) const;
 
 private:
     friend class Book;
