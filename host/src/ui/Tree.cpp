@@ -1,6 +1,8 @@
 // The tree list: columns, nodes and their order, cell texts, node data, selection, expansion, edit
-// options and context menus. A deleted node is kept, poisoned, until its dialog is deleted, so
-// that a plug-in which keeps using it gets NX's error for a dead object instead of a crash.
+// options and context menus. A deleted node is kept until its dialog is deleted, out of the tree:
+// its data and its children (as they were) can still be read, as the group button reads a group
+// node that a rebuild deleted (docs/host.md); anything else done with it, and any change of a
+// tree through it, gets NX's error for a dead object instead of a crash.
 #include <algorithm>
 
 #include <NXOpen/BlockStyler_Tree.hxx>
@@ -32,9 +34,11 @@ std::string NodeImpl::Cell(int columnId) const {
     return std::string();
 }
 
-NodeImpl& Impl(NXOpen::BlockStyler::Node* node) {
+NodeImpl& Impl(NXOpen::BlockStyler::Node* node) { return Kept(node).Live(); }
+
+NodeImpl& Kept(NXOpen::BlockStyler::Node* node) {
     if (node == nullptr) Fail("Node: NULL node");
-    return static_cast<NodeImpl*>(node)->Live();
+    return *static_cast<NodeImpl*>(node);
 }
 
 TreeImpl::Column& TreeImpl::FindColumn(int columnId) {
@@ -118,15 +122,16 @@ size_t InsertPosition(const std::vector<NodeImpl*>& siblings, const NodeImpl& no
     Fail("Tree::InsertNode: unknown insert option " + std::to_string(static_cast<int>(option)));
 }
 
-void Poison(NodeImpl& n) {
-    for (NodeImpl* child : n.children) Poison(*child);
+// Takes a deleted node and its descendants out of use. Each keeps its data and its children, and
+// a descendant its parent, so that they can still be read as they were; the cells go.
+void Poison(NodeImpl& n, bool top) {
+    for (NodeImpl* child : n.children) Poison(*child, false);
     n.deleted = true;
     n.inserted = false;
     n.selected = false;
-    n.parent = nullptr;
-    n.children.clear();
+    if (top) n.parent = nullptr;
     n.cells.clear();
-    n.data.clear();
+    n.cells.shrink_to_fit();
     host::Tags::Release(&n);
 }
 
@@ -151,8 +156,9 @@ NodeImpl* Previous(NodeImpl& n) {
     return at;
 }
 
+// Between the children of a deleted parent, as they were, too.
 NodeImpl* Sibling(NodeImpl& n, int step) {
-    if (!n.inserted) return nullptr;
+    if (!n.inserted && !(n.deleted && n.parent != nullptr)) return nullptr;
     std::vector<NodeImpl*>& level = n.Siblings();
     auto it = std::find(level.begin(), level.end(), &n);
     if (step < 0) return it == level.begin() ? nullptr : *(it - 1);
@@ -166,11 +172,14 @@ DataEntry* FindEntry(NodeImpl& n, const std::string& name) {
     return nullptr;
 }
 
-NodeImpl& DataOwner(NXOpen::PropertyContainer* container) { return static_cast<NodeImpl*>(container->GetHandle())->Live(); }
+NodeImpl& DataOwner(NXOpen::PropertyContainer* container, bool write = false) {
+    return static_cast<NodeImpl*>(container->GetHandle())->Access(write);
+}
 
 // NX throws when the node's data has no entry of that name (never NULL) or it holds another type.
-DataEntry& Entry(NXOpen::PropertyContainer* container, const std::string& name, DataEntry::Kind kind) {
-    DataEntry* e = FindEntry(DataOwner(container), name);
+DataEntry& Entry(NXOpen::PropertyContainer* container, const std::string& name, DataEntry::Kind kind,
+                 bool write = false) {
+    DataEntry* e = FindEntry(DataOwner(container, write), name);
     if (e == nullptr) Fail("PropertyContainer: no property \"" + name + "\"");
     if (e->kind != kind) Fail("PropertyContainer: property \"" + name + "\" has another type");
     return *e;
@@ -183,7 +192,7 @@ DataEntry& Entry(NXOpen::PropertyContainer* container, int index, DataEntry::Kin
 }
 
 void Add(NXOpen::DataContainer* container, DataEntry entry) {
-    NodeImpl& n = DataOwner(container);
+    NodeImpl& n = DataOwner(container, true);
     if (FindEntry(n, entry.name)) Fail("DataContainer: property \"" + entry.name + "\" already exists");
     n.data.push_back(std::move(entry));
 }
@@ -254,7 +263,7 @@ void Tree::DeleteNode(Node* node) {
         std::vector<NodeImpl*>& level = n.Siblings();
         level.erase(std::find(level.begin(), level.end(), &n));
     }
-    host::ui::Poison(n);
+    host::ui::Poison(n, true);
 }
 
 // isOtherNodeAffected clears the selection of every other node first; a tree in single
@@ -388,15 +397,15 @@ void Node::SetColumnDisplayText(int columnID, const NXString& columnDisplayText)
 void Node::SetColumnDisplayText(int columnID, const char* columnDisplayText) { host::ui::SetCell(Impl(this), columnID, Text(columnDisplayText)); }
 int Node::ForegroundColor() { return Impl(this).foreground; }
 void Node::SetForegroundColor(int nodeForgroundColor) { Impl(this).foreground = nodeForgroundColor; }
-Node* Node::ParentNode() { return Impl(this).parent; }
+Node* Node::ParentNode() { return host::ui::Kept(this).parent; }
 
 Node* Node::FirstChildNode() {
-    NodeImpl& n = Impl(this);
+    NodeImpl& n = host::ui::Kept(this);
     return n.children.empty() ? nullptr : n.children.front();
 }
 
-Node* Node::NextSiblingNode() { return host::ui::Sibling(Impl(this), 1); }
-Node* Node::PreviousSiblingNode() { return host::ui::Sibling(Impl(this), -1); }
+Node* Node::NextSiblingNode() { return host::ui::Sibling(host::ui::Kept(this), 1); }
+Node* Node::PreviousSiblingNode() { return host::ui::Sibling(host::ui::Kept(this), -1); }
 Node* Node::NextNode() { return host::ui::Next(Impl(this)); }
 Node* Node::PreviousNode() { return host::ui::Previous(Impl(this)); }
 
@@ -412,8 +421,8 @@ void Node::Expand(ExpandOption expandOption) {
 
 bool Node::IsExpanded() { return Impl(this).expanded; }
 bool Node::IsSelected() { return Impl(this).selected; }
-bool Node::IsInserted() { return Impl(this).inserted; }
-DataContainer* Node::GetNodeData() { return new DataContainer(&Impl(this)); }
+bool Node::IsInserted() { return host::ui::Kept(this).inserted; }
+DataContainer* Node::GetNodeData() { return new DataContainer(&host::ui::Kept(this)); }
 void Node::ScrollTo(int, Scroll) { Impl(this); }
 int Node::GetState() { return Impl(this).state; }
 void Node::SetState(int state) { Impl(this).state = state; }
@@ -475,7 +484,7 @@ TaggedObject* PropertyContainer::GetTaggedObject(const NXString& propertyName) {
 TaggedObject* PropertyContainer::GetTaggedObject(const char* propertyName) { return host::ui::Entry(this, Text(propertyName), DataEntry::Object).object; }
 TaggedObject* PropertyContainer::GetTaggedObject(int propertyIndex) { return host::ui::Entry(this, propertyIndex, DataEntry::Object).object; }
 void PropertyContainer::SetTaggedObject(const NXString& propertyName, TaggedObject* taggedSc) { SetTaggedObject(propertyName.GetLocaleText(), taggedSc); }
-void PropertyContainer::SetTaggedObject(const char* propertyName, TaggedObject* taggedSc) { host::ui::Entry(this, Text(propertyName), DataEntry::Object).object = taggedSc; }
+void PropertyContainer::SetTaggedObject(const char* propertyName, TaggedObject* taggedSc) { host::ui::Entry(this, Text(propertyName), DataEntry::Object, true).object = taggedSc; }
 NXString PropertyContainer::GetString(const NXString& propertyName) { return GetString(propertyName.GetLocaleText()); }
 NXString PropertyContainer::GetString(const char* propertyName) { return NXString(host::ui::Entry(this, Text(propertyName), DataEntry::String).text); }
 NXString PropertyContainer::GetString(int propertyIndex) { return NXString(host::ui::Entry(this, propertyIndex, DataEntry::String).text); }
