@@ -678,6 +678,10 @@ int Run(const Options& options, const Installation& installation, std::istream& 
                 if (executor.Failed()) status = kExitFailed;
             }
         }
+        for (const std::string& call : host::UninitializedCalls()) {
+            err << "vornadel-host: the plug-in called " << call
+                << " before UF_initialize: NX refuses it (UF_err_program_not_initialized)\n";
+        }
         if (outcomes.Report(err) && status == kExitOk) status = kExitLost;
         if (status == kExitFailed) SayNothingSaved(options, err, "the run failed (above)");
         if (status != kExitFailed && (options.save || options.saveAs)) {

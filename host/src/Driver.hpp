@@ -96,6 +96,10 @@ struct RefusedAttribute {
     int code = 0;          // the error code returned
 };
 
+// The user-function calls made before UF_initialize (or after UF_terminate) since ResetSession, by
+// name: NX refuses them with UF_err_program_not_initialized, and so does the host.
+const std::vector<std::string>& UninitializedCalls();
+
 // Every refused attribute write since ResetSession, in order.
 const std::vector<RefusedAttribute>& RefusedAttributes();
 

@@ -698,3 +698,27 @@ TEST(RunnerTreeTable, WideAmbiguousCharactersOnRequest) {
     EXPECT_EQ(2, bad.status);
     EXPECT_TRUE(Contains(bad.err, "--ambiguous-width is 1 or 2, not \"3\"")) << bad.err;
 }
+
+// ---- user-function library start-up ----------------------------------------------------------
+
+TEST(RunnerInitialization, ACallBeforeUfInitializeIsRefusedAndSaid) {
+    const HostRun run = RunTestPlugin({"-e", "press button04"}, {"VORNADEL_TESTPLUGIN=no-initialize"});
+    EXPECT_EQ(0, run.status) << run.err;
+    EXPECT_TRUE(Contains(run.err, "vornadel-host: the plug-in called UF_translate_variable before UF_initialize: NX "
+                                  "refuses it (UF_err_program_not_initialized)\n"))
+        << run.err;
+}
+
+// Every command of the designer's full session, through the real plug-in: no user-function call
+// comes before UF_initialize.
+TEST(RunnerInitialization, ThePluginAlwaysInitialisesFirst) {
+    const std::filesystem::path dir = runnertest::Scratch("initialises-first");
+    for (const char* script : {"samples/scripts/a100-full.txt", "samples/scripts/remembered-group.txt",
+                               "samples/scripts/group-menu.txt", "samples/scripts/display-buttons.txt"}) {
+        const HostRun run = RunHost({"run", "--script", script, "--localappdata", dir.string(), "--drive",
+                                     "C=" + dir.string(), "--time", "2024-06-03T14:05:09.027"});
+        EXPECT_FALSE(Contains(run.err, "before UF_initialize")) << script << ": " << run.err;
+        EXPECT_NE(1, run.status) << script << ": " << run.err;
+        EXPECT_FALSE(run.out.empty()) << script << ": the plug-in ran";
+    }
+}

@@ -353,6 +353,7 @@ extern "C" {
 // value.string, is allocated for the caller (UF_free); with UF_ATTR_string into a buffer, at
 // most UF_ATTR_MAX_STRING_LEN bytes and a NUL are copied into it.
 int UF_ATTR_read_value(tag_t object, char* title, int type, UF_ATTR_value_p_t value) {
+    if (int code = RequireInitialized("UF_ATTR_read_value")) return code;
     if (title == nullptr || value == nullptr) return kUfNullArgument;
     ObjectData* data = FindData(host::Tags::Find(object));
     if (data == nullptr) return host::Tags::Find(object) == nullptr ? kUfBadTag : kUfNotAttributeOwner;
@@ -389,6 +390,7 @@ int UF_ATTR_read_value(tag_t object, char* title, int type, UF_ATTR_value_p_t va
 // UF_ATTR_MAX_TITLE_LEN bytes or a string longer than UF_ATTR_MAX_STRING_LEN bytes is refused
 // with an error code and nothing is written.
 int UF_ATTR_assign(tag_t object, char* title, UF_ATTR_value_t value) {
+    if (int code = RequireInitialized("UF_ATTR_assign")) return code;
     if (title == nullptr) return kUfNullArgument;
     size_t titleLength = std::strlen(title);
     if (titleLength == 0) return kUfEmptyTitle;

@@ -28,9 +28,15 @@ struct SessionState {
     std::vector<std::string> openedFiles;
     bool reallyOpenFiles = false;
     std::vector<RefusedAttribute> refusedAttributes;
+    std::vector<std::string> uninitializedCalls;  // user-function calls made before UF_initialize
 };
 
 SessionState& State();
+
+// NX refuses a user-function call before UF_initialize (and after UF_terminate) with
+// UF_err_program_not_initialized; the host does the same and notes the call (by name).
+// 0 when the library is initialised.
+int RequireInitialized(const char* call);
 
 // The work part, or NULL.
 PartImpl* WorkPartImpl();

@@ -245,6 +245,7 @@ bool OnCycledLayer(const PartImpl& part, const BodyImpl& body, int layer) {
 extern "C" {
 
 int UF_LAYER_set_status(const int layer_number, const int layer_status) {
+    if (int code = RequireInitialized("UF_LAYER_set_status")) return code;
     PartImpl* part = WorkPartImpl();
     if (part == nullptr) return kUfNoWorkPart;
     if (!IsLayerNumber(layer_number)) return kUfBadLayer;
@@ -260,6 +261,7 @@ int UF_LAYER_set_status(const int layer_number, const int layer_status) {
 }
 
 int UF_LAYER_set_all_but_work(const int layer_status) {
+    if (int code = RequireInitialized("UF_LAYER_set_all_but_work")) return code;
     PartImpl* part = WorkPartImpl();
     if (part == nullptr) return kUfNoWorkPart;
     int state = StateOfStatus(layer_status);
@@ -270,6 +272,7 @@ int UF_LAYER_set_all_but_work(const int layer_status) {
 }
 
 int UF_LAYER_ask_status(const int layer_number, int* layer_status) {
+    if (int code = RequireInitialized("UF_LAYER_ask_status")) return code;
     if (layer_status == nullptr) return kUfNullArgument;
     PartImpl* part = WorkPartImpl();
     if (part == nullptr) return kUfNoWorkPart;
@@ -279,6 +282,7 @@ int UF_LAYER_ask_status(const int layer_number, int* layer_status) {
 }
 
 int UF_LAYER_ask_work_layer(int* layer_number) {
+    if (int code = RequireInitialized("UF_LAYER_ask_work_layer")) return code;
     if (layer_number == nullptr) return kUfNullArgument;
     PartImpl* part = WorkPartImpl();
     if (part == nullptr) return kUfNoWorkPart;
@@ -289,6 +293,7 @@ int UF_LAYER_ask_work_layer(int* layer_number) {
 // Walks the work part's bodies on a layer in part order: NULL_TAG starts the walk, each call
 // gives the next body, NULL_TAG ends it. Blanked bodies are walked too.
 int UF_LAYER_cycle_by_layer(int layer_number, tag_t* object_tag) {
+    if (int code = RequireInitialized("UF_LAYER_cycle_by_layer")) return code;
     if (object_tag == nullptr) return kUfNullArgument;
     PartImpl* part = WorkPartImpl();
     if (part == nullptr) return kUfNoWorkPart;
@@ -309,6 +314,7 @@ int UF_LAYER_cycle_by_layer(int layer_number, tag_t* object_tag) {
 }
 
 int UF_OBJ_set_blank_status(tag_t object_id, int blank_status) {
+    if (int code = RequireInitialized("UF_OBJ_set_blank_status")) return code;
     BodyImpl* body = BodyByTag(object_id);
     if (body == nullptr) return host::Tags::Find(object_id) == nullptr ? kUfBadTag : kUfNotDisplayable;
     if (blank_status != UF_OBJ_BLANKED && blank_status != UF_OBJ_NOT_BLANKED) return kUfBadBlankStatus;
@@ -318,6 +324,7 @@ int UF_OBJ_set_blank_status(tag_t object_id, int blank_status) {
 
 // Bodies are UF_solid_type / UF_solid_body_subtype; a part is NX's part type 2, subtype 0.
 int UF_OBJ_ask_type_and_subtype(tag_t object_id, int* type, int* subtype) {
+    if (int code = RequireInitialized("UF_OBJ_ask_type_and_subtype")) return code;
     if (type == nullptr || subtype == nullptr) return kUfNullArgument;
     NXOpen::TaggedObject* object = host::Tags::Find(object_id);
     if (dynamic_cast<BodyImpl*>(object) != nullptr) {
@@ -335,6 +342,7 @@ int UF_OBJ_ask_type_and_subtype(tag_t object_id, int* type, int* subtype) {
 // Line width 0 (normal) and font 1 (solid): the host draws nothing, so every body has NX's
 // defaults.
 int UF_OBJ_ask_display_properties(tag_t object_id, UF_OBJ_disp_props_p_t disp_props) {
+    if (int code = RequireInitialized("UF_OBJ_ask_display_properties")) return code;
     if (disp_props == nullptr) return kUfNullArgument;
     BodyImpl* body = BodyByTag(object_id);
     if (body == nullptr) return host::Tags::Find(object_id) == nullptr ? kUfBadTag : kUfNotDisplayable;

@@ -54,6 +54,13 @@ SessionState& State() {
 
 PartImpl* WorkPartImpl() { return State().workPart.get(); }
 
+int RequireInitialized(const char* call) {
+    SessionState& state = State();
+    if (state.ufInitialized) return 0;
+    state.uninitializedCalls.push_back(call);
+    return kUfNotInitialized;
+}
+
 }  // namespace host::core
 
 namespace NXOpen {
@@ -139,6 +146,7 @@ Activity& CurrentActivity() {
     static Activity activity;
     return activity;
 }
+const std::vector<std::string>& UninitializedCalls() { return core::State().uninitializedCalls; }
 
 void ResetSession() {
     // The dialogs go first: their nodes and collectors refer to bodies of the work part.
@@ -174,6 +182,7 @@ int UF_terminate(void) {
 // The translation points into the session's own copy of the value: valid until the variable
 // changes or the session is reset; the caller neither frees nor modifies it.
 int UF_translate_variable(const char* variable, char** translation) {
+    if (int code = host::core::RequireInitialized("UF_translate_variable")) return code;
     if (translation == nullptr) return host::core::kUfNullArgument;
     *translation = nullptr;
     if (variable == nullptr) return host::core::kUfNullArgument;
@@ -186,6 +195,7 @@ int UF_translate_variable(const char* variable, char** translation) {
 void UF_free(void* data) { std::free(data); }
 
 int UF_print_syslog(char* message, logical) {
+    if (int code = host::core::RequireInitialized("UF_print_syslog")) return code;
     host::core::State().syslogLines.push_back(message == nullptr ? "" : message);
     return 0;
 }
@@ -198,6 +208,7 @@ int UF_get_fail_message(int fail_code, char message[133]) {
 }
 
 int UF_MODL_update(void) {
+    if (int code = host::core::RequireInitialized("UF_MODL_update")) return code;
     ++host::core::State().modelUpdates;
     return 0;
 }
