@@ -225,6 +225,9 @@ public:
     virtual bool Edit(NXOpen::BlockStyler::Node* node, int column, const std::string& text) = 0;
     // The edit options the last ask-edit-control handler set, with the preselected index.
     virtual std::vector<std::string> EditOptions(int* defaultIndex) = 0;
+    // Only the ask-edit-control handler, as NX runs it when an edit starts (SetEditOptions is
+    // taken inside it): its answer; the options it set are then EditOptions().
+    virtual NXOpen::BlockStyler::Tree::ControlType AskEditControl(NXOpen::BlockStyler::Node* node, int column) = 0;
 
     // A right click on a cell (node NULL: empty tree space): the menu handler runs; the menu it
     // set is returned (empty when it set none).

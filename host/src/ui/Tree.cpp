@@ -338,6 +338,7 @@ void Tree::Redraw(bool) { TreeOf(this); }
 
 void Tree::SetEditOptions(std::vector<NXString>& stringArray, int defaultIndex) {
     TreeImpl& t = TreeOf(this);
+    if (!t.inAskEditControl) Fail("Tree::SetEditOptions: NX takes it only inside the ask-edit-control handler");
     t.editOptions.clear();
     for (const NXString& option : stringArray) t.editOptions.push_back(option.GetLocaleText());
     t.editDefault = defaultIndex;
@@ -351,6 +352,7 @@ TreeListMenu* Tree::CreateMenu() {
 // The menu is copied: the caller deletes its wrapper right after SetMenu.
 void Tree::SetMenu(TreeListMenu* menu) {
     TreeImpl& t = TreeOf(this);
+    if (!t.inMenuHandler) Fail("Tree::SetMenu: NX takes it only inside the menu handler");
     t.shownMenu = menu ? host::ui::Model(menu) : host::ui::MenuModel();
     t.menuSet = menu != nullptr;
 }

@@ -215,6 +215,10 @@ public:
     int editDefault = 0;
     MenuModel shownMenu;  // what the last SetMenu showed
     bool menuSet = false;
+    // NX takes SetMenu only inside the menu handler and SetEditOptions only inside the
+    // ask-edit-control handler; the driver marks while each runs.
+    bool inMenuHandler = false;
+    bool inAskEditControl = false;
 
     // The names of the handler registration calls made, in order ("SetOnExpandHandler", ...).
     std::vector<std::string> registrations;
