@@ -39,9 +39,10 @@ void UnsetEnvironmentVariable(const std::string& name);
 // Number of UF_MODL_update() calls since the session started.
 int ModelUpdateCount();
 
-// The local clock the plug-in reads (platform::GetLocalTime). Pinned: every read gives exactly
-// this time. Unpinned (the default): the machine's local time.
-void PinClock(const platform::LocalTime& time);
+// The local clock the plug-in reads (platform::GetLocalTime). Pinned: the first read gives exactly
+// this time, and each read moves it on by stepMilliseconds (0: it stands still), so that a test
+// sees how often the plug-in reads it. Unpinned (the default): the machine's local time.
+void PinClock(const platform::LocalTime& time, int stepMilliseconds = 0);
 void UnpinClock();
 
 // Files the plug-in asked to open with their associated program (ShellExecuteA), in order, as

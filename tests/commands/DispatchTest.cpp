@@ -196,6 +196,19 @@ TEST_F(Dispatch, NewGroupAsksForSolidBodiesAndGivesThemOneTimeStampId)
               outline);
 }
 
+// The clock moves on 7 ms at every reading: the group id is read once, for all the bodies.
+TEST_F(Dispatch, NewGroupReadsTheClockOnceForAllItsBodies)
+{
+    LoadMould();
+    host::PinClock({2024, 5, 18, 9, 30, 15, 42}, 7);
+    host::QueueSelectionAnswer(NXOpen::Selection::ResponseOk, {1003, 1004, 1005});
+    WithDialog([&](Vornadel&, host::LiveDialog& live) { live.Press("button04"); });
+    const std::string id = StringAttribute(Body(1003), "组ID");
+    EXPECT_EQ(14u, id.size()) << id;
+    EXPECT_EQ(id, StringAttribute(Body(1004), "组ID"));
+    EXPECT_EQ(id, StringAttribute(Body(1005), "组ID"));
+}
+
 TEST_F(Dispatch, NewGroupTakesANewSnapshot)
 {
     LoadMould();

@@ -25,6 +25,7 @@ struct SessionState {
     std::vector<std::string> syslogLines;   // UF_print_syslog
     std::unique_ptr<PartImpl> workPart;
     std::optional<platform::LocalTime> pinnedClock;
+    int clockStepMilliseconds = 0;  // how far each read moves the pinned clock on
     std::vector<std::string> openedFiles;
     bool reallyOpenFiles = false;
     std::vector<RefusedAttribute> refusedAttributes;
