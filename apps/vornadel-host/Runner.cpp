@@ -695,6 +695,7 @@ int Run(const Options& options, const Installation& installation, std::istream& 
         // The plug-in, if still loaded, goes now, as at the end of the NX session.
     }
     events.Flush();
+    if (options.nxCalls) printer.NxCalls(host::NxCallCounts());
     host::SetDialogScript(nullptr);
     host::SetMessageListener(nullptr);
     return status;

@@ -8,6 +8,7 @@
 
 #include <atomic>
 #include <functional>
+#include <map>
 #include <optional>
 #include <stdexcept>
 #include <string>
@@ -95,6 +96,23 @@ struct RefusedAttribute {
     std::string title;     // GBK, as given
     std::string value;     // GBK, as given
     int code = 0;          // the error code returned
+};
+
+// How often the plug-in called each NX entry point since ResetSession ("UF_ATTR_assign",
+// "Tree::InsertNode", overloads together), the entry points it did not call left out. Calls the
+// host makes inside an NX call are not counted; calls of the plug-in's handlers are.
+std::map<std::string, long> NxCallCounts();
+// Starts every count again from 0 (ResetSession does too): to count one operation.
+void ResetNxCallCounts();
+
+// While one lives, NX calls are not counted: the runner's and the tests' own reads of the tree
+// and the part are no calls of the plug-in.
+class UncountedNxCalls {
+public:
+    UncountedNxCalls();
+    ~UncountedNxCalls();
+    UncountedNxCalls(const UncountedNxCalls&) = delete;
+    UncountedNxCalls& operator=(const UncountedNxCalls&) = delete;
 };
 
 // The user-function calls made before UF_initialize (or after UF_terminate) since ResetSession, by

@@ -259,6 +259,7 @@ extern "C" {
 // principal moments ascend, the principal axes are the rows of [22..30] in the same order.
 int UF_MODL_ask_mass_props_3d(tag_t* objects, int num_objs, int type, int units, double, int accuracy,
                               double acc_value[11], double mass_props[47], double statistics[13]) {
+    HOST_NX_CALL("UF_MODL_ask_mass_props_3d");
     if (int code = RequireInitialized("UF_MODL_ask_mass_props_3d")) return code;
     if (objects == nullptr || mass_props == nullptr) return kUfNullArgument;
     double lf = 0, mf = 0;

@@ -223,6 +223,7 @@ private:
         if (depth_ == 0) menuOpen_ = false;
         ++depth_;
         try {
+            const PluginCode plugin;  // the handlers the action runs are the plug-in's code
             action();
         } catch (...) {
             if (--depth_ == 0 && !d_.endedBy) {
