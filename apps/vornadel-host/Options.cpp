@@ -145,6 +145,9 @@ Options ParseArguments(const std::vector<std::string>& args) {
             options.ambiguousWidth = value[0] - '0';
         } else if (arg == "--plugin") {
             options.plugin = list.Value(arg);
+        } else if (arg == "--nx-calls") {
+            list.NoValue(arg);
+            options.nxCalls = true;
         } else if (arg == "--open") {
             list.NoValue(arg);
             options.reallyOpen = true;
@@ -180,6 +183,7 @@ std::string UsageText() {
            "                         VORNADEL_AMBIGUOUS_WIDTH)\n"
            "  --plugin FILE          the plug-in library (default: " + kDefaultPlugin + " beside the runner)\n"
            "  --open                 really open the files the plug-in opens\n"
+           "  --nx-calls             at the end, how often the plug-in called each NX entry point\n"
            "Without a script or -e the commands come from the terminal. See docs/runner.md.\n"
            "Commands:\n" +
            CommandHelp();

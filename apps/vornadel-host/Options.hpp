@@ -34,7 +34,8 @@ struct Options {
     Format format = Format::Text;
     std::optional<std::string> plugin;      // --plugin FILE; default: kDefaultPlugin beside the runner
     bool reallyOpen = false;                // --open
-    std::optional<int> ambiguousWidth;      // --ambiguous-width 1|2: columns of × Φ ° ① in text tables
+    std::optional<int> ambiguousWidth;
+    bool nxCalls = false;                   // --nx-calls: print how often the plug-in called each NX entry point      // --ambiguous-width 1|2: columns of × Φ ° ① in text tables
 };
 
 // Parses the arguments after the program name. Throws UsageError.

@@ -312,6 +312,21 @@ void Printer::EditRefused(const RowAddress& row, int column, const std::string& 
     out_.flush();
 }
 
+void Printer::NxCalls(const std::map<std::string, long>& counts) {
+    long total = 0;
+    for (const auto& entry : counts) total += entry.second;
+    if (format_ == Format::Tsv) {
+        for (const auto& [name, count] : counts) out_ << "nx-call\t" << name << '\t' << count << '\n';
+    } else {
+        out_ << "NX calls of the plug-in (" << total << " in all):\n";
+        for (const auto& [name, count] : counts) {
+            const std::string number = std::to_string(count);
+            out_ << std::string(number.size() < 10 ? 10 - number.size() : 0, ' ') << number << "  " << name << '\n';
+        }
+    }
+    out_.flush();
+}
+
 void Printer::Menu(const std::string& where, const std::string& row,
                    const std::vector<host::LiveDialog::MenuItemView>& items) {
     auto state = [](const host::LiveDialog::MenuItemView& item) {

@@ -71,6 +71,8 @@ public:
     void Opened(const std::string& path, bool reallyOpened);
     // An edit whose text the cell did not take (text as written in the script, UTF-8).
     void EditRefused(const RowAddress& row, int column, const std::string& utf8Text);
+    // How often the plug-in called each NX entry point, by name.
+    void NxCalls(const std::map<std::string, long>& counts);
     // The menu a right click showed (where: "row 1.2"; row as the tsv line names it).
     void Menu(const std::string& where, const std::string& row, const std::vector<host::LiveDialog::MenuItemView>& items);
     // A menu item that could not be chosen: "missing", "disabled" or "hidden".

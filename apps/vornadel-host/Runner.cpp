@@ -678,6 +678,10 @@ int Run(const Options& options, const Installation& installation, std::istream& 
                 if (executor.Failed()) status = kExitFailed;
             }
         }
+        for (const std::string& call : host::UninitializedCalls()) {
+            err << "vornadel-host: the plug-in called " << call
+                << " before UF_initialize: NX refuses it (UF_err_program_not_initialized)\n";
+        }
         if (outcomes.Report(err) && status == kExitOk) status = kExitLost;
         if (status == kExitFailed) SayNothingSaved(options, err, "the run failed (above)");
         if (status != kExitFailed && (options.save || options.saveAs)) {
@@ -691,6 +695,7 @@ int Run(const Options& options, const Installation& installation, std::istream& 
         // The plug-in, if still loaded, goes now, as at the end of the NX session.
     }
     events.Flush();
+    if (options.nxCalls) printer.NxCalls(host::NxCallCounts());
     host::SetDialogScript(nullptr);
     host::SetMessageListener(nullptr);
     return status;

@@ -81,6 +81,7 @@ std::optional<unsigned int> BodyTag(NXOpen::BlockStyler::Node* node) {
 }  // namespace
 
 TreeView ReadTree(host::LiveDialog& dialog) {
+    const host::UncountedNxCalls runnersOwnReads;
     TreeView view;
     NXOpen::BlockStyler::Tree* tree = dialog.Tree();
     if (tree == nullptr) return view;
@@ -101,6 +102,7 @@ TreeView ReadTree(host::LiveDialog& dialog) {
 }
 
 TreeStateView ReadTreeState(host::LiveDialog& dialog) {
+    const host::UncountedNxCalls runnersOwnReads;
     TreeStateView view;
     NXOpen::BlockStyler::Tree* tree = dialog.Tree();
     if (tree == nullptr) return view;
@@ -119,6 +121,7 @@ TreeStateView ReadTreeState(host::LiveDialog& dialog) {
 }
 
 PartView ReadPart(NXOpen::Part& part) {
+    const host::UncountedNxCalls runnersOwnReads;
     PartView view;
     view.leaf = part.Leaf().GetLocaleText();
     view.attributes = Attributes(part);
@@ -148,6 +151,7 @@ PartView ReadPart(NXOpen::Part& part) {
 }
 
 NXOpen::BlockStyler::Node* FindRow(NXOpen::BlockStyler::Tree* tree, const RowAddress& row) {
+    const host::UncountedNxCalls runnersOwnReads;
     if (tree == nullptr) return nullptr;
     NXOpen::BlockStyler::Node* node = tree->RootNode();
     for (int i = 1; node != nullptr && i < row.top; ++i) node = node->NextSiblingNode();

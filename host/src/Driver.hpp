@@ -8,6 +8,7 @@
 
 #include <atomic>
 #include <functional>
+#include <map>
 #include <optional>
 #include <stdexcept>
 #include <string>
@@ -39,9 +40,10 @@ void UnsetEnvironmentVariable(const std::string& name);
 // Number of UF_MODL_update() calls since the session started.
 int ModelUpdateCount();
 
-// The local clock the plug-in reads (platform::GetLocalTime). Pinned: every read gives exactly
-// this time. Unpinned (the default): the machine's local time.
-void PinClock(const platform::LocalTime& time);
+// The local clock the plug-in reads (platform::GetLocalTime). Pinned: the first read gives exactly
+// this time, and each read moves it on by stepMilliseconds (0: it stands still), so that a test
+// sees how often the plug-in reads it. Unpinned (the default): the machine's local time.
+void PinClock(const platform::LocalTime& time, int stepMilliseconds = 0);
 void UnpinClock();
 
 // Files the plug-in asked to open with their associated program (ShellExecuteA), in order, as
@@ -95,6 +97,27 @@ struct RefusedAttribute {
     std::string value;     // GBK, as given
     int code = 0;          // the error code returned
 };
+
+// How often the plug-in called each NX entry point since ResetSession ("UF_ATTR_assign",
+// "Tree::InsertNode", overloads together), the entry points it did not call left out. Calls the
+// host makes inside an NX call are not counted; calls of the plug-in's handlers are.
+std::map<std::string, long> NxCallCounts();
+// Starts every count again from 0 (ResetSession does too): to count one operation.
+void ResetNxCallCounts();
+
+// While one lives, NX calls are not counted: the runner's and the tests' own reads of the tree
+// and the part are no calls of the plug-in.
+class UncountedNxCalls {
+public:
+    UncountedNxCalls();
+    ~UncountedNxCalls();
+    UncountedNxCalls(const UncountedNxCalls&) = delete;
+    UncountedNxCalls& operator=(const UncountedNxCalls&) = delete;
+};
+
+// The user-function calls made before UF_initialize (or after UF_terminate) since ResetSession, by
+// name: NX refuses them with UF_err_program_not_initialized, and so does the host.
+const std::vector<std::string>& UninitializedCalls();
 
 // Every refused attribute write since ResetSession, in order.
 const std::vector<RefusedAttribute>& RefusedAttributes();
@@ -221,6 +244,9 @@ public:
     virtual bool Edit(NXOpen::BlockStyler::Node* node, int column, const std::string& text) = 0;
     // The edit options the last ask-edit-control handler set, with the preselected index.
     virtual std::vector<std::string> EditOptions(int* defaultIndex) = 0;
+    // Only the ask-edit-control handler, as NX runs it when an edit starts (SetEditOptions is
+    // taken inside it): its answer; the options it set are then EditOptions().
+    virtual NXOpen::BlockStyler::Tree::ControlType AskEditControl(NXOpen::BlockStyler::Node* node, int column) = 0;
 
     // A right click on a cell (node NULL: empty tree space): the menu handler runs; the menu it
     // set is returned (empty when it set none).

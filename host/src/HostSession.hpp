@@ -10,6 +10,38 @@
 
 namespace host {
 
+// Every NX entry point the host implements (user-function calls and NX Open methods; not the
+// NXString and NXException value types) starts with HOST_NX_CALL("Class::Method"): the call is
+// counted by name (host::NxCallCounts) when the plug-in makes it, not when the host calls its own
+// entry points inside one. A handler of the plug-in that an NX call runs (the dialog's handlers
+// during Show, a button pressed through its window) counts its own calls again: PluginCode.
+class NxCall {
+public:
+    explicit NxCall(long& counter);
+    ~NxCall();
+    NxCall(const NxCall&) = delete;
+    NxCall& operator=(const NxCall&) = delete;
+};
+
+// Runs the plug-in's code from inside an NX call: its NX calls count.
+class PluginCode {
+public:
+    PluginCode();
+    ~PluginCode();
+    PluginCode(const PluginCode&) = delete;
+    PluginCode& operator=(const PluginCode&) = delete;
+
+private:
+    int saved_;
+};
+
+// The counter of an entry point, made on first use; ResetSession sets every counter to 0.
+long& NxCallCounter(const char* name);
+
+#define HOST_NX_CALL(name)                                                     \
+    static long& host_nx_call_counter_ = ::host::NxCallCounter(name);          \
+    const ::host::NxCall host_nx_call_(host_nx_call_counter_)
+
 // Every tagged object of the session, by tag (UF calls address objects by tag).
 class Tags {
 public:

@@ -182,20 +182,24 @@ TEST_F(SaveAttributes, AValueThatDiffersBetweenGroupAndBodyRowsIsStoredAsEachRow
     EXPECT_EQ("行备注", StringAttribute(Body(1002), "备注"));
 }
 
+// The third-level row holds a body that is no standard part (no row of its own writes it): only
+// that row could write its attributes.
 TEST_F(SaveAttributes, RowsBelowTheSecondLevelAreNotWritten)
 {
-    LoadMould();
+    LoadBodies({{1001, ScrewM6x20()}, {1002, ScrewM6x20()}, {1009, Attributes{}, Box(5, 5, 5)}});
     ASSERT_EQ("", SaveWithHead([](Vornadel& dialog, host::LiveDialog&) {
         NXOpen::BlockStyler::Tree* tree = dialog.tree_control0;
         NXOpen::BlockStyler::Node* child = tree->RootNode()->FirstChildNode();
+        ASSERT_NE(nullptr, child);
         NXOpen::BlockStyler::Node* deep = tree->CreateNode("深");
         tree->InsertNode(deep, child, nullptr, NXOpen::BlockStyler::Tree::NodeInsertOptionLast);
         NXOpen::DataContainer* data = deep->GetNodeData();
-        data->AddTaggedObject("Data", Body(1004));
+        data->AddTaggedObject("Data", Body(1009));
         delete data;
         deep->SetColumnDisplayText(1, "第三层");
     }));
-    EXPECT_NE("第三层", StringAttribute(Body(1004), "名称"));
+    EXPECT_EQ("<none>", StringAttribute(Body(1009), "名称"));
+    EXPECT_EQ("<none>", StringAttribute(Body(1009), "修改日期")) << "none of the twelve";
 }
 
 TEST_F(SaveAttributes, SavingTwiceWritesTheSameAttributes)

@@ -71,7 +71,7 @@ TEST_F(CellEditing, BodyRowOpensNoEditorInAnyColumn)
         Node* body = RowNode(tree, 1, 2);
         for (int column = 0; column < 13; ++column) {
             EXPECT_EQ(Tree::BeginLabelEditStateDisallow, dialog.OnBeginLabelEditCallback(tree, body, column)) << column;
-            EXPECT_EQ(Tree::ControlTypeNone, dialog.AskEditControlCallback(tree, body, column)) << column;
+            EXPECT_EQ(Tree::ControlTypeNone, live.AskEditControl(body, column)) << column;
         }
         EXPECT_FALSE(live.Edit(body, 1, "顶针"));
         EXPECT_FALSE(live.Edit(body, 4, "9"));
@@ -117,7 +117,7 @@ TEST_F(CellEditing, SevenListColumnsOfferTheirConfiguredOptions)
         };
         for (const auto& [column, options] : expected) {
             // NX 8.5 numbers the combo box 1; the list columns open control 1.
-            EXPECT_EQ(Tree::ControlTypeComboBox, dialog.AskEditControlCallback(tree, group, column)) << column;
+            EXPECT_EQ(Tree::ControlTypeComboBox, live.AskEditControl(group, column)) << column;
             int index = -1;
             EXPECT_EQ(options, Offered(live, &index)) << column;
         }
@@ -126,10 +126,10 @@ TEST_F(CellEditing, SevenListColumnsOfferTheirConfiguredOptions)
 
 TEST_F(CellEditing, FreeTextColumnsOpenNoControl)
 {
-    WithDialog([](Vornadel& dialog, host::LiveDialog&) {
+    WithDialog([](Vornadel& dialog, host::LiveDialog& live) {
         Tree* tree = dialog.tree_control0;
         for (int column : {0, 4, 7, 10, 11, 12, 13, -1})
-            EXPECT_EQ(Tree::ControlTypeNone, dialog.AskEditControlCallback(tree, RowNode(tree, 1), column)) << column;
+            EXPECT_EQ(Tree::ControlTypeNone, live.AskEditControl(RowNode(tree, 1), column)) << column;
     });
 }
 
@@ -137,14 +137,14 @@ TEST_F(CellEditing, ListPreselectsTheCurrentText)
 {
     WithDialog([](Vornadel& dialog, host::LiveDialog& live) {
         Tree* tree = dialog.tree_control0;
-        dialog.AskEditControlCallback(tree, RowNode(tree, 1), 2);
+        live.AskEditControl(RowNode(tree, 1), 2);
         int index = -1;
         Offered(live, &index);
         EXPECT_EQ(1, index) << "M6×20 is the second configured size";
-        dialog.AskEditControlCallback(tree, RowNode(tree, 1), 5);
+        live.AskEditControl(RowNode(tree, 1), 5);
         Offered(live, &index);
         EXPECT_EQ(1, index) << "12.9级 is the second configured material";
-        dialog.AskEditControlCallback(tree, RowNode(tree, 2), 1);
+        live.AskEditControl(RowNode(tree, 2), 1);
         Offered(live, &index);
         EXPECT_EQ(0, index) << "顶针 is the first configured name";
     });
@@ -156,7 +156,7 @@ TEST_F(CellEditing, SizeThatIsNotConfiguredPreselectsTheFirstOption)
         Tree* tree = dialog.tree_control0;
         Node* sleeves = RowNode(tree, 3);
         ASSERT_EQ("Φ6×150", Text(sleeves, 2));
-        EXPECT_EQ(Tree::ControlTypeComboBox, dialog.AskEditControlCallback(tree, sleeves, 2));
+        EXPECT_EQ(Tree::ControlTypeComboBox, live.AskEditControl(sleeves, 2));
         int index = -1;
         EXPECT_EQ(3u, Offered(live, &index).size());
         EXPECT_EQ(0, index);
@@ -167,7 +167,7 @@ TEST_F(CellEditing, EmptyConfiguredListOpensEmptyAtZero)
 {
     WithDialog([](Vornadel& dialog, host::LiveDialog& live) {
         Tree* tree = dialog.tree_control0;
-        EXPECT_EQ(Tree::ControlTypeComboBox, dialog.AskEditControlCallback(tree, RowNode(tree, 1), 6));
+        EXPECT_EQ(Tree::ControlTypeComboBox, live.AskEditControl(RowNode(tree, 1), 6));
         int index = -1;
         EXPECT_TRUE(Offered(live, &index).empty());
         EXPECT_EQ(0, index);

@@ -32,6 +32,18 @@ TEST_F(Desktop, PinnedClockDoesNotMove) {
     EXPECT_EQ(first.milliseconds, second.milliseconds) << "host: every read of a pinned clock is the same";
 }
 
+TEST_F(Desktop, PinnedClockWithAStepMovesOnAtEveryRead) {
+    host::PinClock({1999, 3, 7, 9, 59, 59, 990}, 17);
+    const platform::LocalTime first = platform::GetLocalTime();
+    const platform::LocalTime second = platform::GetLocalTime();
+    EXPECT_EQ(990, first.milliseconds) << "the first read is the pinned time";
+    EXPECT_EQ(9, first.hour);
+    EXPECT_EQ(10, second.hour) << "17 ms later, carried up to the hour";
+    EXPECT_EQ(0, second.minute);
+    EXPECT_EQ(0, second.second);
+    EXPECT_EQ(7, second.milliseconds);
+}
+
 TEST_F(Desktop, UnpinnedClockIsTheMachinesLocalTime) {
     host::PinClock(kPinned);
     host::UnpinClock();

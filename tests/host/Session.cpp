@@ -59,6 +59,25 @@ TEST_F(Session, UfInitializeMarksTheLibraryInitialised) {
     EXPECT_EQ(0, UF_is_initialized()) << "NX: after UF_terminate the library is not initialised";
 }
 
+TEST_F(Session, UserFunctionCallsBeforeUfInitializeFailAsInNx) {
+    LoadSmallMould();
+    char* value = nullptr;
+    EXPECT_EQ(1105000, UF_translate_variable("VDConfig", &value)) << "NX 8.5: UF_err_program_not_initialized";
+    EXPECT_EQ(1105000, UF_MODL_update());
+    EXPECT_EQ(0, host::ModelUpdateCount()) << "nothing happened";
+    EXPECT_EQ((std::vector<std::string>{"UF_translate_variable", "UF_MODL_update"}), host::UninitializedCalls());
+    UF_initialize();
+    EXPECT_EQ(0, UF_MODL_update());
+    UF_terminate();
+    EXPECT_EQ(1105000, UF_MODL_update()) << "and again after UF_terminate";
+    EXPECT_EQ(3u, host::UninitializedCalls().size());
+    char message[133];
+    EXPECT_EQ(0, UF_get_fail_message(1105000, message)) << "answered whatever the state";
+    EXPECT_NE(std::string::npos, std::string(message).find("UF_initialize")) << message;
+    host::ResetSession();
+    EXPECT_TRUE(host::UninitializedCalls().empty());
+}
+
 TEST_F(Session, FailMessageFillsTheBuffer) {
     char message[133];
     std::memset(message, 'x', sizeof message);  // sentinel

@@ -1,6 +1,9 @@
 // The tree list block: where InsertNode puts nodes, walks, deletion, the sort property, selection,
 // expansion, columns and cells, as NX 8.5 does them (or as the host chose where NX says nothing).
+#include <memory>
+
 #include <NXOpen/BlockStyler_Node.hxx>
+#include <NXOpen/DataContainer.hxx>
 #include <NXOpen/BlockStyler_PropertyList.hxx>
 #include <NXOpen/BlockStyler_Tree.hxx>
 
@@ -174,7 +177,34 @@ TEST_F(TreeDelete, DeletedNodeAndItsChildrenCannotBeUsed) {
     Node* a1 = Add("a1", a);
     tree_->DeleteNode(a);
     EXPECT_NE("", NXErrorOf([&] { a->DisplayText(); })) << "host choice: a deleted node throws NXException when used";
-    EXPECT_NE("", NXErrorOf([&] { a1->GetNodeData(); })) << "host choice: so does a child deleted with it";
+    EXPECT_NE("", NXErrorOf([&] { a1->SetDisplayText("x"); })) << "host choice: so does a child deleted with it";
+    EXPECT_NE("", NXErrorOf([&] { a->Expand(Node::ExpandOptionExpand); }));
+    EXPECT_NE("", NXErrorOf([&] { tree_->DeleteNode(a1); })) << "no tree changes through a deleted node";
+    EXPECT_NE("", NXErrorOf([&] { tree_->InsertNode(tree_->CreateNode("b"), a, nullptr, Tree::NodeInsertOptionLast); }));
+    EXPECT_NE("", NXErrorOf([&] { tree_->SelectNode(a1, true, false); }));
+}
+
+// The group button reads a group node that a rebuild deleted (its data, its children as they
+// were): the host keeps those readable, NX does in practice, though its documentation calls any
+// use of a deleted node illegal (docs/host.md).
+TEST_F(TreeDelete, ADeletedNodesDataAndChildrenReadAsTheyWere) {
+    Node* a = Add("a");
+    Node* a1 = Add("a1", a);
+    Node* a2 = Add("a2", a);
+    Node* b = Add("b");
+    std::unique_ptr<NXOpen::DataContainer>(a1->GetNodeData())->AddString("n", "7");
+    tree_->DeleteNode(a);
+    EXPECT_FALSE(a->IsInserted());
+    EXPECT_EQ(a1, a->FirstChildNode()) << "its children as they were";
+    EXPECT_EQ(a2, a1->NextSiblingNode());
+    EXPECT_EQ(a1, a2->PreviousSiblingNode());
+    EXPECT_EQ(a, a1->ParentNode());
+    EXPECT_EQ(nullptr, a->NextSiblingNode()) << "out of the tree: no neighbours";
+    EXPECT_EQ(nullptr, a->ParentNode());
+    EXPECT_EQ(b, tree_->RootNode()) << "the tree itself goes on without it";
+    const std::unique_ptr<NXOpen::DataContainer> data(a1->GetNodeData());
+    EXPECT_STREQ("7", data->GetString("n").GetLocaleText()) << "its data as it was";
+    EXPECT_NE("", NXErrorOf([&] { data->AddInteger("m", 1); })) << "but no new data";
 }
 
 TEST_F(TreeDelete, TopLevelNodesDeletedOneByOneEmptyTheTree) {

@@ -272,4 +272,18 @@ TEST_F(TreeMenu, MenuItemFlagsReadBack) {
     delete menu;
 }
 
+// NX's documentation: SetMenu is called in the menu handler, SetEditOptions in the
+// ask-edit-control handler. The host takes them there only.
+TEST_F(TreeMenu, SetMenuOutsideTheMenuHandlerIsAnNxError) {
+    TreeListMenu* menu = tree_->CreateMenu();
+    menu->AddMenuItem(0, "添加组");
+    EXPECT_NE("", NXErrorOf([&] { tree_->SetMenu(menu); }));
+    delete menu;
+}
+
+TEST_F(TreeEdit, SetEditOptionsOutsideTheAskEditControlHandlerIsAnNxError) {
+    std::vector<NXString> options = {NXString("顶针")};
+    EXPECT_NE("", NXErrorOf([&] { tree_->SetEditOptions(options, 0); }));
+}
+
 }  // namespace

@@ -161,12 +161,12 @@ TEST_F(UfAttr, AssignValueOf132BytesIsAccepted) {
     EXPECT_EQ(value, Body(1001)->GetStringUserAttribute("备注", -1).GetLocaleText()) << "NX: all 132 bytes kept";
 }
 
-// Host choice: NX does not publish what it does with a longer value; the host refuses it with
-// an error code and writes nothing (the old value stays).
+// NX names the code for a longer value (UF_err_attr_value_too_big); the host refuses it with that
+// code and writes nothing (the old value stays).
 TEST_F(UfAttr, AssignValueOf133BytesIsRefusedAndWritesNothing) {
     std::string value(UF_ATTR_MAX_STRING_LEN + 1, 'a');
     char title[] = "数量";
-    EXPECT_NE(0, UF_ATTR_assign(body_, title, StringValue(value.c_str()))) << "host choice: over the limit is an error";
+    EXPECT_EQ(1105035, UF_ATTR_assign(body_, title, StringValue(value.c_str()))) << "NX 8.5: UF_err_attr_value_too_big";
     EXPECT_STREQ("4", Body(1001)->GetStringUserAttribute("数量", -1).GetLocaleText())
         << "host choice: the old value stays";
 }
@@ -182,7 +182,7 @@ TEST_F(UfAttr, AssignCountsBytesNotCharacters) {
 
 TEST_F(UfAttr, AssignTitleOf51BytesIsRefused) {
     std::string title(UF_ATTR_MAX_TITLE_LEN + 1, 't');
-    EXPECT_NE(0, UF_ATTR_assign(body_, title.data(), StringValue("x"))) << "NX: a title has at most 50 bytes";
+    EXPECT_EQ(1105034, UF_ATTR_assign(body_, title.data(), StringValue("x"))) << "NX 8.5: UF_err_attr_title_too_big";
     EXPECT_FALSE(Body(1001)->HasUserAttribute(title.c_str(), NXObject::AttributeTypeAny, -1)) << "host: nothing written";
 }
 

@@ -698,3 +698,76 @@ TEST(RunnerTreeTable, WideAmbiguousCharactersOnRequest) {
     EXPECT_EQ(2, bad.status);
     EXPECT_TRUE(Contains(bad.err, "--ambiguous-width is 1 or 2, not \"3\"")) << bad.err;
 }
+
+// ---- user-function library start-up ----------------------------------------------------------
+
+TEST(RunnerInitialization, ACallBeforeUfInitializeIsRefusedAndSaid) {
+    const HostRun run = RunTestPlugin({"-e", "press button04"}, {"VORNADEL_TESTPLUGIN=no-initialize"});
+    EXPECT_EQ(0, run.status) << run.err;
+    EXPECT_TRUE(Contains(run.err, "vornadel-host: the plug-in called UF_translate_variable before UF_initialize: NX "
+                                  "refuses it (UF_err_program_not_initialized)\n"))
+        << run.err;
+}
+
+// Every command of the designer's full session, through the real plug-in: no user-function call
+// comes before UF_initialize.
+TEST(RunnerInitialization, ThePluginAlwaysInitialisesFirst) {
+    const std::filesystem::path dir = runnertest::Scratch("initialises-first");
+    for (const char* script : {"samples/scripts/a100-full.txt", "samples/scripts/remembered-group.txt",
+                               "samples/scripts/group-menu.txt", "samples/scripts/display-buttons.txt"}) {
+        const HostRun run = RunHost({"run", "--script", script, "--localappdata", dir.string(), "--drive",
+                                     "C=" + dir.string(), "--time", "2024-06-03T14:05:09.027"});
+        EXPECT_FALSE(Contains(run.err, "before UF_initialize")) << script << ": " << run.err;
+        EXPECT_NE(1, run.status) << script << ": " << run.err;
+        EXPECT_FALSE(run.out.empty()) << script << ": the plug-in ran";
+    }
+}
+
+// ---- NX calls ----------------------------------------------------------------------------------
+
+// The counts the plug-in makes on the sample mould, against the documented algorithms: the first
+// display creates and inserts one node per row (R rows: the purchase lines and their body rows);
+// the save writes the twelve purchase columns of every row through UF_ATTR_assign, each followed
+// by one UF_MODL_update, and the eleven head fields and the marker through SetUserAttribute.
+TEST(RunnerNxCalls, TheCountsOfTheSampleMouldFollowTheAlgorithms) {
+    const std::filesystem::path dir = runnertest::Scratch("nx-calls");
+    auto run = [&](const std::string& command) {
+        return RunHost({"run", "--format", "tsv", "--nx-calls", "--localappdata", dir.string(), "-e", command, "-e", "close"});
+    };
+    auto counts = [](const HostRun& r) {
+        std::map<std::string, long> all;
+        for (const std::string& line : Lines(r.out)) {
+            if (line.rfind("nx-call\t", 0) != 0) continue;
+            const size_t tab = line.rfind('\t');
+            all[line.substr(8, tab - 8)] = std::stol(line.substr(tab + 1));
+        }
+        return all;
+    };
+    const HostRun shown = run("show tree");
+    ASSERT_EQ(0, shown.status) << shown.err;
+    long rows = 0;
+    for (const std::string& line : Lines(shown.out)) rows += line.rfind("0\t", 0) == 0 || line.rfind("1\t", 0) == 0;
+    ASSERT_GT(rows, 40);
+    std::map<std::string, long> first = counts(shown);
+    EXPECT_EQ(rows, first["Tree::CreateNode"]);
+    EXPECT_EQ(rows, first["Tree::InsertNode"]);
+    EXPECT_EQ(0, first["UF_ATTR_assign"]) << "the first display writes nothing";
+
+    const HostRun saved = run("press button0");
+    ASSERT_EQ(0, saved.status) << saved.err;
+    std::map<std::string, long> save = counts(saved);
+    EXPECT_EQ(12 * rows, save["UF_ATTR_assign"]);
+    EXPECT_EQ(12 * rows, save["UF_MODL_update"]);
+    EXPECT_EQ(11 + 1, save["NXObject::SetUserAttribute"]);
+    EXPECT_EQ(first["Tree::CreateNode"], save["Tree::CreateNode"]) << "the save builds nothing";
+}
+
+TEST(RunnerNxCalls, TextListsTheCountsWithTheirSum) {
+    const std::filesystem::path dir = runnertest::Scratch("nx-calls-text");
+    const HostRun run = RunHost({"run", "--nx-calls", "--localappdata", dir.string(), "-e", "close"});
+    ASSERT_EQ(0, run.status) << run.err;
+    EXPECT_TRUE(Contains(run.out, "NX calls of the plug-in (")) << run.out;
+    EXPECT_TRUE(Contains(run.out, "  Tree::InsertNode\n")) << run.out;
+    EXPECT_FALSE(Contains(RunHost({"run", "--localappdata", dir.string(), "-e", "close"}).out, "NX calls"))
+        << "only on request";
+}

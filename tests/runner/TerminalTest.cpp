@@ -7,12 +7,14 @@
 #include <poll.h>
 #include <stdlib.h>
 #include <sys/wait.h>
+#include <termios.h>
 #include <unistd.h>
 
 #include <chrono>
 #include <string>
 #include <vector>
 
+#include "LineEditor.hpp"
 #include "RunHost.h"
 
 namespace {
@@ -83,8 +85,17 @@ public:
         return false;
     }
 
-    // Types the bytes as they stand; a line needs its "\n".
+    // Types the bytes as they stand; a line needs its "\n". With line editing the runner reads
+    // the terminal raw: what is typed before it switched (and flushed the input) would be lost,
+    // so typing waits for the switch, as a person sees the prompt only once it is ready.
     void Type(const std::string& typed) {
+        if (runner::kEditsLines) {
+            const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(5);
+            termios mode{};
+            while (tcgetattr(master_, &mode) == 0 && (mode.c_lflag & ICANON) != 0 &&
+                   std::chrono::steady_clock::now() < deadline)
+                usleep(2000);
+        }
         ASSERT_EQ(static_cast<ssize_t>(typed.size()), write(master_, typed.data(), typed.size()));
     }
 

@@ -9,6 +9,7 @@
 //   throw-other  ufusr throws an int
 //   no-dialog    ufusr shows no dialog
 //   stay-loaded  ufusr_ask_unload answers UF_UNLOAD_UG_TERMINATE instead of UF_UNLOAD_IMMEDIATELY
+//   no-initialize  ufusr does not call UF_initialize (button04's UF_translate_variable then fails)
 //
 // What the dialog does:
 //   dialog shown   columns 0 "名称", 1 "数量", 2 "状态", 3 "ID" (hidden), 4 "备注"; a top-level row "螺钉"
@@ -293,7 +294,7 @@ extern "C" DllExport void ufusr(char*, int*, int) {
     if (Mode("throw-std")) throw std::runtime_error("测试插件失败");
     if (Mode("throw-other")) throw 42;
     if (Mode("no-dialog")) return;
-    UF_initialize();
+    if (!Mode("no-initialize")) UF_initialize();
     TestDialog* dialog = NULL;
     try {
         dialog = new TestDialog();

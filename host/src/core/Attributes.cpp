@@ -163,6 +163,7 @@ using host::core::Attribute;
 using host::core::DataOf;
 
 void NXObject::SetUserAttribute(const AttributeInformation& info, Update::Option) {
+    HOST_NX_CALL("NXObject::SetUserAttribute");
     Attribute a;
     switch (info.Type) {
     case AttributeTypeNull: a = host::core::Value(AttributeTypeNull); break;
@@ -177,113 +178,141 @@ void NXObject::SetUserAttribute(const AttributeInformation& info, Update::Option
 }
 
 void NXObject::SetUserAttribute(const NXString& title, int index, int value, Update::Option option) {
+    HOST_NX_CALL("NXObject::SetUserAttribute");
     SetUserAttribute(title.GetLocaleText(), index, value, option);
 }
 void NXObject::SetUserAttribute(const char* title, int index, int value, Update::Option) {
+    HOST_NX_CALL("NXObject::SetUserAttribute");
     host::core::SetAttribute(this, title, index, host::core::IntegerValue(value));
 }
 
 void NXObject::SetUserAttribute(const NXString& title, int index, double value, Update::Option option) {
+    HOST_NX_CALL("NXObject::SetUserAttribute");
     SetUserAttribute(title.GetLocaleText(), index, value, option);
 }
 void NXObject::SetUserAttribute(const char* title, int index, double value, Update::Option) {
+    HOST_NX_CALL("NXObject::SetUserAttribute");
     host::core::SetAttribute(this, title, index, host::core::RealValue(value));
 }
 
 void NXObject::SetUserAttribute(const NXString& title, int index, const NXString& value, Update::Option option) {
+    HOST_NX_CALL("NXObject::SetUserAttribute");
     SetUserAttribute(title.GetLocaleText(), index, value.GetLocaleText(), option);
 }
 void NXObject::SetUserAttribute(const char* title, int index, const char* value, Update::Option) {
+    HOST_NX_CALL("NXObject::SetUserAttribute");
     host::core::SetAttribute(this, title, index, host::core::TextValue(AttributeTypeString, value));
 }
 
 void NXObject::SetUserAttribute(const NXString& title, int index, Update::Option option) {
+    HOST_NX_CALL("NXObject::SetUserAttribute");
     SetUserAttribute(title.GetLocaleText(), index, option);
 }
 void NXObject::SetUserAttribute(const char* title, int index, Update::Option) {
+    HOST_NX_CALL("NXObject::SetUserAttribute");
     host::core::SetAttribute(this, title, index, host::core::Value(AttributeTypeNull));
 }
 
 void NXObject::SetTimeUserAttribute(const NXString& title, int index, const NXString& value, Update::Option option) {
+    HOST_NX_CALL("NXObject::SetTimeUserAttribute");
     SetTimeUserAttribute(title.GetLocaleText(), index, value.GetLocaleText(), option);
 }
 void NXObject::SetTimeUserAttribute(const char* title, int index, const char* value, Update::Option) {
+    HOST_NX_CALL("NXObject::SetTimeUserAttribute");
     host::core::SetAttribute(this, title, index, host::core::TextValue(AttributeTypeTime, value));
 }
 
 void NXObject::SetBooleanUserAttribute(const NXString& title, int index, bool value, Update::Option option) {
+    HOST_NX_CALL("NXObject::SetBooleanUserAttribute");
     SetBooleanUserAttribute(title.GetLocaleText(), index, value, option);
 }
 void NXObject::SetBooleanUserAttribute(const char* title, int index, bool value, Update::Option) {
+    HOST_NX_CALL("NXObject::SetBooleanUserAttribute");
     host::core::SetAttribute(this, title, index, host::core::BooleanValue(value));
 }
 
 bool NXObject::HasUserAttribute(const NXString& title, AttributeType type, int index) {
+    HOST_NX_CALL("NXObject::HasUserAttribute");
     return HasUserAttribute(title.GetLocaleText(), type, index);
 }
 bool NXObject::HasUserAttribute(const char* title, AttributeType type, int index) {
+    HOST_NX_CALL("NXObject::HasUserAttribute");
     return index == -1 && DataOf(this).attributes.Find(title == nullptr ? "" : title, type) != nullptr;
 }
 
 NXObject::AttributeInformation NXObject::GetUserAttribute(const NXString& title, AttributeType type, int index) {
+    HOST_NX_CALL("NXObject::GetUserAttribute");
     return GetUserAttribute(title.GetLocaleText(), type, index);
 }
 NXObject::AttributeInformation NXObject::GetUserAttribute(const char* title, AttributeType type, int index) {
+    HOST_NX_CALL("NXObject::GetUserAttribute");
     return host::core::Information(host::core::FindOrThrow(this, title, type, index));
 }
 
 NXString NXObject::GetStringUserAttribute(const NXString& title, int index) {
+    HOST_NX_CALL("NXObject::GetStringUserAttribute");
     return GetStringUserAttribute(title.GetLocaleText(), index);
 }
 NXString NXObject::GetStringUserAttribute(const char* title, int index) {
+    HOST_NX_CALL("NXObject::GetStringUserAttribute");
     return NXString(host::core::FindOrThrow(this, title, AttributeTypeString, index).text, NXString::Locale);
 }
 
 int NXObject::GetIntegerUserAttribute(const NXString& title, int index) {
+    HOST_NX_CALL("NXObject::GetIntegerUserAttribute");
     return GetIntegerUserAttribute(title.GetLocaleText(), index);
 }
 int NXObject::GetIntegerUserAttribute(const char* title, int index) {
+    HOST_NX_CALL("NXObject::GetIntegerUserAttribute");
     return host::core::FindOrThrow(this, title, AttributeTypeInteger, index).integer;
 }
 
 double NXObject::GetRealUserAttribute(const NXString& title, int index) {
+    HOST_NX_CALL("NXObject::GetRealUserAttribute");
     return GetRealUserAttribute(title.GetLocaleText(), index);
 }
 double NXObject::GetRealUserAttribute(const char* title, int index) {
+    HOST_NX_CALL("NXObject::GetRealUserAttribute");
     return host::core::FindOrThrow(this, title, AttributeTypeReal, index).real;
 }
 
 NXString NXObject::GetUserAttributeAsString(const NXString& title, AttributeType type, int index) {
+    HOST_NX_CALL("NXObject::GetUserAttributeAsString");
     return GetUserAttributeAsString(title.GetLocaleText(), type, index);
 }
 NXString NXObject::GetUserAttributeAsString(const char* title, AttributeType type, int index) {
+    HOST_NX_CALL("NXObject::GetUserAttributeAsString");
     return NXString(host::core::ValueText(host::core::FindOrThrow(this, title, type, index)), NXString::Locale);
 }
 
 std::vector<NXObject::AttributeInformation> NXObject::GetUserAttributes() {
+    HOST_NX_CALL("NXObject::GetUserAttributes");
     std::vector<AttributeInformation> all;
     for (const Attribute& a : DataOf(this).attributes.All()) all.push_back(host::core::Information(a));
     return all;
 }
 
 void NXObject::DeleteUserAttribute(AttributeType type, const NXString& title, bool deleteEntireArray, Update::Option option) {
+    HOST_NX_CALL("NXObject::DeleteUserAttribute");
     DeleteUserAttribute(type, title.GetLocaleText(), deleteEntireArray, option);
 }
 // Deleting an attribute that does not exist is not an error.
 void NXObject::DeleteUserAttribute(AttributeType type, const char* title, bool, Update::Option) {
+    HOST_NX_CALL("NXObject::DeleteUserAttribute");
     DataOf(this).attributes.Remove(title == nullptr ? "" : title, type);
 }
 
-void NXObject::DeleteUserAttributes(AttributeType type, Update::Option) { DataOf(this).attributes.RemoveAll(type); }
+void NXObject::DeleteUserAttributes(AttributeType type, Update::Option) { HOST_NX_CALL("NXObject::DeleteUserAttributes"); DataOf(this).attributes.RemoveAll(type); }
 
-NXString NXObject::Name() { return NXString(DataOf(this).name, NXString::Locale); }
-void NXObject::SetName(const NXString& name) { SetName(name.GetLocaleText()); }
-void NXObject::SetName(const char* name) { DataOf(this).name = name == nullptr ? "" : name; }
+NXString NXObject::Name() { HOST_NX_CALL("NXObject::Name"); return NXString(DataOf(this).name, NXString::Locale); }
+void NXObject::SetName(const NXString& name) { HOST_NX_CALL("NXObject::SetName"); SetName(name.GetLocaleText()); }
+void NXObject::SetName(const char* name) { HOST_NX_CALL("NXObject::SetName"); DataOf(this).name = name == nullptr ? "" : name; }
 
 // The host's journal identifier of an object is its tag in decimal.
-NXString NXObject::JournalIdentifier() { return NXString(std::to_string(Tag()), NXString::Locale); }
-bool NXObject::IsOccurrence() { return false; }
+NXString NXObject::JournalIdentifier() { HOST_NX_CALL("NXObject::JournalIdentifier"); return NXString(std::to_string(Tag()), NXString::Locale); }
+bool NXObject::IsOccurrence() { HOST_NX_CALL("NXObject::IsOccurrence"); return false; }
 BasePart* NXObject::OwningPart() {
+    HOST_NX_CALL("NXObject::OwningPart");
     host::core::BodyImpl* body = dynamic_cast<host::core::BodyImpl*>(this);
     return body == nullptr ? nullptr : body->part;
 }
@@ -353,6 +382,8 @@ extern "C" {
 // value.string, is allocated for the caller (UF_free); with UF_ATTR_string into a buffer, at
 // most UF_ATTR_MAX_STRING_LEN bytes and a NUL are copied into it.
 int UF_ATTR_read_value(tag_t object, char* title, int type, UF_ATTR_value_p_t value) {
+    HOST_NX_CALL("UF_ATTR_read_value");
+    if (int code = RequireInitialized("UF_ATTR_read_value")) return code;
     if (title == nullptr || value == nullptr) return kUfNullArgument;
     ObjectData* data = FindData(host::Tags::Find(object));
     if (data == nullptr) return host::Tags::Find(object) == nullptr ? kUfBadTag : kUfNotAttributeOwner;
@@ -389,6 +420,8 @@ int UF_ATTR_read_value(tag_t object, char* title, int type, UF_ATTR_value_p_t va
 // UF_ATTR_MAX_TITLE_LEN bytes or a string longer than UF_ATTR_MAX_STRING_LEN bytes is refused
 // with an error code and nothing is written.
 int UF_ATTR_assign(tag_t object, char* title, UF_ATTR_value_t value) {
+    HOST_NX_CALL("UF_ATTR_assign");
+    if (int code = RequireInitialized("UF_ATTR_assign")) return code;
     if (title == nullptr) return kUfNullArgument;
     size_t titleLength = std::strlen(title);
     if (titleLength == 0) return kUfEmptyTitle;

@@ -25,12 +25,19 @@ struct SessionState {
     std::vector<std::string> syslogLines;   // UF_print_syslog
     std::unique_ptr<PartImpl> workPart;
     std::optional<platform::LocalTime> pinnedClock;
+    int clockStepMilliseconds = 0;  // how far each read moves the pinned clock on
     std::vector<std::string> openedFiles;
     bool reallyOpenFiles = false;
     std::vector<RefusedAttribute> refusedAttributes;
+    std::vector<std::string> uninitializedCalls;  // user-function calls made before UF_initialize
 };
 
 SessionState& State();
+
+// NX refuses a user-function call before UF_initialize (and after UF_terminate) with
+// UF_err_program_not_initialized; the host does the same and notes the call (by name).
+// 0 when the library is initialised.
+int RequireInitialized(const char* call);
 
 // The work part, or NULL.
 PartImpl* WorkPartImpl();

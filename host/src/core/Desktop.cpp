@@ -64,8 +64,18 @@ platform::LocalTime Now() {
 namespace platform {
 
 LocalTime GetLocalTime() {
-    const auto& pinned = host::core::State().pinnedClock;
-    return pinned ? *pinned : Now();
+    host::core::SessionState& state = host::core::State();
+    if (!state.pinnedClock) return Now();
+    const LocalTime read = *state.pinnedClock;
+    LocalTime& next = *state.pinnedClock;
+    // Moves on within the day; a test's steps never cross midnight.
+    long ms = ((next.hour * 60L + next.minute) * 60 + next.second) * 1000 + next.milliseconds + state.clockStepMilliseconds;
+    ms %= 24L * 3600 * 1000;
+    next.milliseconds = static_cast<int>(ms % 1000);
+    next.second = static_cast<int>(ms / 1000 % 60);
+    next.minute = static_cast<int>(ms / 60000 % 60);
+    next.hour = static_cast<int>(ms / 3600000);
+    return read;
 }
 
 void OpenWithAssociatedProgram(const std::string& path) {
@@ -78,7 +88,10 @@ void OpenWithAssociatedProgram(const std::string& path) {
 
 namespace host {
 
-void PinClock(const platform::LocalTime& time) { core::State().pinnedClock = time; }
+void PinClock(const platform::LocalTime& time, int stepMilliseconds) {
+    core::State().pinnedClock = time;
+    core::State().clockStepMilliseconds = stepMilliseconds;
+}
 void UnpinClock() { core::State().pinnedClock.reset(); }
 const std::vector<std::string>& OpenedFiles() { return core::State().openedFiles; }
 

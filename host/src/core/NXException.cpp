@@ -11,6 +11,7 @@ namespace host::core {
 const char* FailMessage(int code) {
     switch (code) {
     case kUfOk: return "";
+    case kUfNotInitialized: return "Open API has not been initialized (UF_initialize)";
     case kUfBadTag: return "Invalid object tag";
     case kUfNotAttributeOwner: return "Object cannot have attributes";
     case kUfNullArgument: return "Required argument is NULL";

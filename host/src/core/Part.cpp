@@ -64,19 +64,20 @@ using host::core::PartImpl;
 
 BasePart::BasePart() = default;
 BasePart::~BasePart() = default;
-NXString BasePart::Leaf() { return NXString(static_cast<PartImpl*>(this)->leaf, NXString::Locale); }
-NXString BasePart::FullPath() { return NXString(static_cast<PartImpl*>(this)->fullPath, NXString::Locale); }
-Layer::LayerManager* BasePart::Layers() { return &static_cast<PartImpl*>(this)->layers; }
+NXString BasePart::Leaf() { HOST_NX_CALL("BasePart::Leaf"); return NXString(static_cast<PartImpl*>(this)->leaf, NXString::Locale); }
+NXString BasePart::FullPath() { HOST_NX_CALL("BasePart::FullPath"); return NXString(static_cast<PartImpl*>(this)->fullPath, NXString::Locale); }
+Layer::LayerManager* BasePart::Layers() { HOST_NX_CALL("BasePart::Layers"); return &static_cast<PartImpl*>(this)->layers; }
 
 Part::Part() = default;
 Part::~Part() = default;
-BodyCollection* Part::Bodies() { return &static_cast<PartImpl*>(this)->bodyCollection; }
+BodyCollection* Part::Bodies() { HOST_NX_CALL("Part::Bodies"); return &static_cast<PartImpl*>(this)->bodyCollection; }
 
 BodyCollection::BodyCollection() = default;
 BodyCollection::~BodyCollection() = default;
 
 // An iterator with no current body steps to the first one.
 BodyCollection::iterator BodyCollection::begin() {
+    HOST_NX_CALL("BodyCollection::begin");
     iterator it(this);
     return ++it;
 }
@@ -96,47 +97,51 @@ void BodyCollection::iterator::next() {
 }
 
 Body* BodyCollection::FindObject(const NXString& journalIdentifier) {
+    HOST_NX_CALL("BodyCollection::FindObject");
     return FindObject(journalIdentifier.GetLocaleText());
 }
 // NX throws when no body has the identifier.
 Body* BodyCollection::FindObject(const char* journalIdentifier) {
+    HOST_NX_CALL("BodyCollection::FindObject");
     std::string wanted = journalIdentifier == nullptr ? "" : journalIdentifier;
     for (const auto& body : static_cast<host::core::BodyCollectionImpl*>(this)->part->bodies)
         if (body->JournalIdentifier().GetLocaleText() == wanted) return body.get();
     throw NXException::Create(("No body with journal identifier " + wanted).c_str());
 }
 
-tag_t BodyCollection::Tag() const { return static_cast<const host::core::BodyCollectionImpl*>(this)->tag; }
+tag_t BodyCollection::Tag() const { HOST_NX_CALL("BodyCollection::Tag"); return static_cast<const host::core::BodyCollectionImpl*>(this)->tag; }
 
 DisplayableObject::DisplayableObject() = default;
 DisplayableObject::~DisplayableObject() = default;
-void DisplayableObject::Blank() { host::core::BodyOf(this).blanked = true; }
-void DisplayableObject::Unblank() { host::core::BodyOf(this).blanked = false; }
-bool DisplayableObject::IsBlanked() { return host::core::BodyOf(this).blanked; }
-void DisplayableObject::Highlight() { host::core::BodyOf(this).highlighted = true; }
-void DisplayableObject::Unhighlight() { host::core::BodyOf(this).highlighted = false; }
-int DisplayableObject::Color() { return host::core::BodyOf(this).color; }
+void DisplayableObject::Blank() { HOST_NX_CALL("DisplayableObject::Blank"); host::core::BodyOf(this).blanked = true; }
+void DisplayableObject::Unblank() { HOST_NX_CALL("DisplayableObject::Unblank"); host::core::BodyOf(this).blanked = false; }
+bool DisplayableObject::IsBlanked() { HOST_NX_CALL("DisplayableObject::IsBlanked"); return host::core::BodyOf(this).blanked; }
+void DisplayableObject::Highlight() { HOST_NX_CALL("DisplayableObject::Highlight"); host::core::BodyOf(this).highlighted = true; }
+void DisplayableObject::Unhighlight() { HOST_NX_CALL("DisplayableObject::Unhighlight"); host::core::BodyOf(this).highlighted = false; }
+int DisplayableObject::Color() { HOST_NX_CALL("DisplayableObject::Color"); return host::core::BodyOf(this).color; }
 
 // NX's palette has the colours 1..216.
 void DisplayableObject::SetColor(int color) {
+    HOST_NX_CALL("DisplayableObject::SetColor");
     if (color < 1 || color > 216) throw NXException::Create("Colour must be between 1 and 216");
     host::core::BodyOf(this).color = color;
 }
 
-int DisplayableObject::Layer() { return host::core::BodyOf(this).layer; }
+int DisplayableObject::Layer() { HOST_NX_CALL("DisplayableObject::Layer"); return host::core::BodyOf(this).layer; }
 
 void DisplayableObject::SetLayer(int layer) {
+    HOST_NX_CALL("DisplayableObject::SetLayer");
     host::core::RequireLayer(layer);
     host::core::BodyOf(this).layer = layer;
 }
 
-void DisplayableObject::RedisplayObject() {}
+void DisplayableObject::RedisplayObject() { HOST_NX_CALL("DisplayableObject::RedisplayObject");}
 
 Body::Body() = default;
 Body::~Body() = default;
-bool Body::IsSolidBody() { return true; }
-bool Body::IsSheetBody() { return false; }
-double Body::Density() { return host::core::kSteelDensity; }
+bool Body::IsSolidBody() { HOST_NX_CALL("Body::IsSolidBody"); return true; }
+bool Body::IsSheetBody() { HOST_NX_CALL("Body::IsSheetBody"); return false; }
+double Body::Density() { HOST_NX_CALL("Body::Density"); return host::core::kSteelDensity; }
 
 namespace Layer {
 
@@ -144,6 +149,7 @@ LayerManager::LayerManager() = default;
 LayerManager::~LayerManager() = default;
 
 State LayerManager::GetState(int layer) {
+    HOST_NX_CALL("LayerManager::GetState");
     host::core::RequireLayer(layer);
     return host::core::Impl(this).states[layer];
 }
@@ -151,6 +157,7 @@ State LayerManager::GetState(int layer) {
 // StateWorkLayer makes the layer the work layer (the old one becomes selectable). The work
 // layer's own state changes only that way: NX refuses to make it anything else directly.
 void LayerManager::SetState(int layer, State state) {
+    HOST_NX_CALL("LayerManager::SetState");
     host::core::RequireLayer(layer);
     host::core::LayerManagerImpl& impl = host::core::Impl(this);
     if (state == StateWorkLayer) {
@@ -163,14 +170,16 @@ void LayerManager::SetState(int layer, State state) {
     impl.states[layer] = state;
 }
 
-int LayerManager::WorkLayer() { return host::core::Impl(this).work; }
+int LayerManager::WorkLayer() { HOST_NX_CALL("LayerManager::WorkLayer"); return host::core::Impl(this).work; }
 
 void LayerManager::SetWorkLayer(int newWorkLayer) {
+    HOST_NX_CALL("LayerManager::SetWorkLayer");
     host::core::RequireLayer(newWorkLayer);
     host::core::Impl(this).MakeWork(newWorkLayer);
 }
 
 std::vector<NXObject*> LayerManager::GetAllObjectsOnLayer(int layer) {
+    HOST_NX_CALL("LayerManager::GetAllObjectsOnLayer");
     host::core::RequireLayer(layer);
     std::vector<NXObject*> objects;
     PartImpl* part = host::core::WorkPartImpl();
@@ -180,7 +189,7 @@ std::vector<NXObject*> LayerManager::GetAllObjectsOnLayer(int layer) {
     return objects;
 }
 
-tag_t LayerManager::Tag() const { return static_cast<const host::core::LayerManagerImpl*>(this)->tag; }
+tag_t LayerManager::Tag() const { HOST_NX_CALL("LayerManager::Tag"); return static_cast<const host::core::LayerManagerImpl*>(this)->tag; }
 
 }  // namespace Layer
 }  // namespace NXOpen
@@ -245,6 +254,8 @@ bool OnCycledLayer(const PartImpl& part, const BodyImpl& body, int layer) {
 extern "C" {
 
 int UF_LAYER_set_status(const int layer_number, const int layer_status) {
+    HOST_NX_CALL("UF_LAYER_set_status");
+    if (int code = RequireInitialized("UF_LAYER_set_status")) return code;
     PartImpl* part = WorkPartImpl();
     if (part == nullptr) return kUfNoWorkPart;
     if (!IsLayerNumber(layer_number)) return kUfBadLayer;
@@ -260,6 +271,8 @@ int UF_LAYER_set_status(const int layer_number, const int layer_status) {
 }
 
 int UF_LAYER_set_all_but_work(const int layer_status) {
+    HOST_NX_CALL("UF_LAYER_set_all_but_work");
+    if (int code = RequireInitialized("UF_LAYER_set_all_but_work")) return code;
     PartImpl* part = WorkPartImpl();
     if (part == nullptr) return kUfNoWorkPart;
     int state = StateOfStatus(layer_status);
@@ -270,6 +283,8 @@ int UF_LAYER_set_all_but_work(const int layer_status) {
 }
 
 int UF_LAYER_ask_status(const int layer_number, int* layer_status) {
+    HOST_NX_CALL("UF_LAYER_ask_status");
+    if (int code = RequireInitialized("UF_LAYER_ask_status")) return code;
     if (layer_status == nullptr) return kUfNullArgument;
     PartImpl* part = WorkPartImpl();
     if (part == nullptr) return kUfNoWorkPart;
@@ -279,6 +294,8 @@ int UF_LAYER_ask_status(const int layer_number, int* layer_status) {
 }
 
 int UF_LAYER_ask_work_layer(int* layer_number) {
+    HOST_NX_CALL("UF_LAYER_ask_work_layer");
+    if (int code = RequireInitialized("UF_LAYER_ask_work_layer")) return code;
     if (layer_number == nullptr) return kUfNullArgument;
     PartImpl* part = WorkPartImpl();
     if (part == nullptr) return kUfNoWorkPart;
@@ -289,6 +306,8 @@ int UF_LAYER_ask_work_layer(int* layer_number) {
 // Walks the work part's bodies on a layer in part order: NULL_TAG starts the walk, each call
 // gives the next body, NULL_TAG ends it. Blanked bodies are walked too.
 int UF_LAYER_cycle_by_layer(int layer_number, tag_t* object_tag) {
+    HOST_NX_CALL("UF_LAYER_cycle_by_layer");
+    if (int code = RequireInitialized("UF_LAYER_cycle_by_layer")) return code;
     if (object_tag == nullptr) return kUfNullArgument;
     PartImpl* part = WorkPartImpl();
     if (part == nullptr) return kUfNoWorkPart;
@@ -309,6 +328,8 @@ int UF_LAYER_cycle_by_layer(int layer_number, tag_t* object_tag) {
 }
 
 int UF_OBJ_set_blank_status(tag_t object_id, int blank_status) {
+    HOST_NX_CALL("UF_OBJ_set_blank_status");
+    if (int code = RequireInitialized("UF_OBJ_set_blank_status")) return code;
     BodyImpl* body = BodyByTag(object_id);
     if (body == nullptr) return host::Tags::Find(object_id) == nullptr ? kUfBadTag : kUfNotDisplayable;
     if (blank_status != UF_OBJ_BLANKED && blank_status != UF_OBJ_NOT_BLANKED) return kUfBadBlankStatus;
@@ -318,6 +339,8 @@ int UF_OBJ_set_blank_status(tag_t object_id, int blank_status) {
 
 // Bodies are UF_solid_type / UF_solid_body_subtype; a part is NX's part type 2, subtype 0.
 int UF_OBJ_ask_type_and_subtype(tag_t object_id, int* type, int* subtype) {
+    HOST_NX_CALL("UF_OBJ_ask_type_and_subtype");
+    if (int code = RequireInitialized("UF_OBJ_ask_type_and_subtype")) return code;
     if (type == nullptr || subtype == nullptr) return kUfNullArgument;
     NXOpen::TaggedObject* object = host::Tags::Find(object_id);
     if (dynamic_cast<BodyImpl*>(object) != nullptr) {
@@ -335,6 +358,8 @@ int UF_OBJ_ask_type_and_subtype(tag_t object_id, int* type, int* subtype) {
 // Line width 0 (normal) and font 1 (solid): the host draws nothing, so every body has NX's
 // defaults.
 int UF_OBJ_ask_display_properties(tag_t object_id, UF_OBJ_disp_props_p_t disp_props) {
+    HOST_NX_CALL("UF_OBJ_ask_display_properties");
+    if (int code = RequireInitialized("UF_OBJ_ask_display_properties")) return code;
     if (disp_props == nullptr) return kUfNullArgument;
     BodyImpl* body = BodyByTag(object_id);
     if (body == nullptr) return host::Tags::Find(object_id) == nullptr ? kUfBadTag : kUfNotDisplayable;

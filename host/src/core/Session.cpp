@@ -2,6 +2,7 @@
 // model-update counting and the start-up calls of the user-function library.
 #include <cstdlib>
 #include <cstring>
+#include <map>
 
 #include <NXOpen/ListingWindow.hxx>
 #include <NXOpen/NXException.hxx>
@@ -54,6 +55,27 @@ SessionState& State() {
 
 PartImpl* WorkPartImpl() { return State().workPart.get(); }
 
+namespace {
+
+// The counters by name; a std::map keeps each counter where it is, so that every entry point
+// keeps a reference to its own.
+std::map<std::string, long>& Counters() {
+    static std::map<std::string, long>* counters = new std::map<std::string, long>;  // never destroyed
+    return *counters;
+}
+
+// How deep the plug-in is inside NX calls: only the outermost one is the plug-in's own.
+thread_local int nxCallDepth = 0;
+
+}  // namespace
+
+int RequireInitialized(const char* call) {
+    SessionState& state = State();
+    if (state.ufInitialized) return 0;
+    state.uninitializedCalls.push_back(call);
+    return kUfNotInitialized;
+}
+
 }  // namespace host::core
 
 namespace NXOpen {
@@ -64,57 +86,62 @@ Session::Session() = default;
 Session::~Session() = default;
 
 Session* Session::GetSession() {
+    HOST_NX_CALL("Session::GetSession");
     static host::core::SessionImpl* session = new host::core::SessionImpl;
     return session;
 }
 
-PartCollection* Session::Parts() { return &static_cast<host::core::SessionImpl*>(this)->parts; }
+PartCollection* Session::Parts() { HOST_NX_CALL("Session::Parts"); return &static_cast<host::core::SessionImpl*>(this)->parts; }
 
 NXString Session::GetEnvironmentVariableValue(const NXString& envVaribable) {
+    HOST_NX_CALL("Session::GetEnvironmentVariableValue");
     return GetEnvironmentVariableValue(envVaribable.GetLocaleText());
 }
 
 // An undefined variable gives an empty string, not an error.
 NXString Session::GetEnvironmentVariableValue(const char* envVaribable) {
+    HOST_NX_CALL("Session::GetEnvironmentVariableValue");
     std::optional<std::string> value = host::EnvironmentValue(envVaribable == nullptr ? "" : envVaribable);
     return NXString(value.value_or(std::string()), NXString::Locale);
 }
 
-ListingWindow* Session::ListingWindow() { return &static_cast<host::core::SessionImpl*>(this)->listing; }
-Update* Session::UpdateManager() { return &static_cast<host::core::SessionImpl*>(this)->update; }
+ListingWindow* Session::ListingWindow() { HOST_NX_CALL("Session::ListingWindow"); return &static_cast<host::core::SessionImpl*>(this)->listing; }
+Update* Session::UpdateManager() { HOST_NX_CALL("Session::UpdateManager"); return &static_cast<host::core::SessionImpl*>(this)->update; }
 
 BaseSession::BaseSession() = default;
 BaseSession::~BaseSession() = default;
 
 ListingWindow::ListingWindow() = default;
 ListingWindow::~ListingWindow() = default;
-void ListingWindow::Open() { State().listingOpen = true; }
-void ListingWindow::Close() { State().listingOpen = false; }
-bool ListingWindow::IsOpen() { return State().listingOpen; }
-void ListingWindow::WriteLine(const NXString& msg) { WriteLine(msg.GetLocaleText()); }
+void ListingWindow::Open() { HOST_NX_CALL("ListingWindow::Open"); State().listingOpen = true; }
+void ListingWindow::Close() { HOST_NX_CALL("ListingWindow::Close"); State().listingOpen = false; }
+bool ListingWindow::IsOpen() { HOST_NX_CALL("ListingWindow::IsOpen"); return State().listingOpen; }
+void ListingWindow::WriteLine(const NXString& msg) { HOST_NX_CALL("ListingWindow::WriteLine"); WriteLine(msg.GetLocaleText()); }
 // NX opens the window when a line is written to it.
 void ListingWindow::WriteLine(const char* msg) {
+    HOST_NX_CALL("ListingWindow::WriteLine");
     State().listingOpen = true;
     State().listingLines.push_back(msg == nullptr ? "" : msg);
 }
-tag_t ListingWindow::Tag() const { return static_cast<const host::core::ListingWindowImpl*>(this)->tag; }
+tag_t ListingWindow::Tag() const { HOST_NX_CALL("ListingWindow::Tag"); return static_cast<const host::core::ListingWindowImpl*>(this)->tag; }
 
 Update::Update() = default;
 Update::~Update() = default;
-tag_t Update::Tag() const { return static_cast<const host::core::UpdateImpl*>(this)->tag; }
+tag_t Update::Tag() const { HOST_NX_CALL("Update::Tag"); return static_cast<const host::core::UpdateImpl*>(this)->tag; }
 
 PartCollection::PartCollection() = default;
 PartCollection::~PartCollection() = default;
 
 // NX throws when there is no work part.
 Part* PartCollection::Work() {
+    HOST_NX_CALL("PartCollection::Work");
     Part* work = host::core::WorkPartImpl();
     if (work == nullptr) throw NXException::Create("There is no work part");
     return work;
 }
-Part* PartCollection::Display() { return host::core::WorkPartImpl(); }
-BasePart* PartCollection::BaseWork() { return host::core::WorkPartImpl(); }
-tag_t PartCollection::Tag() const { return static_cast<const host::core::PartCollectionImpl*>(this)->tag; }
+Part* PartCollection::Display() { HOST_NX_CALL("PartCollection::Display"); return host::core::WorkPartImpl(); }
+BasePart* PartCollection::BaseWork() { HOST_NX_CALL("PartCollection::BaseWork"); return host::core::WorkPartImpl(); }
+tag_t PartCollection::Tag() const { HOST_NX_CALL("PartCollection::Tag"); return static_cast<const host::core::PartCollectionImpl*>(this)->tag; }
 
 }  // namespace NXOpen
 
@@ -139,6 +166,34 @@ Activity& CurrentActivity() {
     static Activity activity;
     return activity;
 }
+NxCall::NxCall(long& counter) {
+    if (core::nxCallDepth++ == 0) ++counter;
+}
+
+NxCall::~NxCall() { --core::nxCallDepth; }
+
+PluginCode::PluginCode() : saved_(core::nxCallDepth) { core::nxCallDepth = 0; }
+
+PluginCode::~PluginCode() { core::nxCallDepth = saved_; }
+
+UncountedNxCalls::UncountedNxCalls() { ++core::nxCallDepth; }
+
+UncountedNxCalls::~UncountedNxCalls() { --core::nxCallDepth; }
+
+long& NxCallCounter(const char* name) { return core::Counters()[name]; }
+
+void ResetNxCallCounts() {
+    for (auto& counter : core::Counters()) counter.second = 0;
+}
+
+std::map<std::string, long> NxCallCounts() {
+    std::map<std::string, long> counts;
+    for (const auto& [name, count] : core::Counters())
+        if (count > 0) counts[name] = count;
+    return counts;
+}
+
+const std::vector<std::string>& UninitializedCalls() { return core::State().uninitializedCalls; }
 
 void ResetSession() {
     // The dialogs go first: their nodes and collectors refer to bodies of the work part.
@@ -146,6 +201,7 @@ void ResetSession() {
     core::SessionState& state = core::State();
     state.workPart.reset();
     state = core::SessionState();
+    ResetNxCallCounts();
     Activity& activity = CurrentActivity();
     activity.bodiesInFile = 0;
     activity.bodiesLoaded = 0;
@@ -160,13 +216,15 @@ void ResetSession() {
 extern "C" {
 
 int UF_initialize(void) {
+    HOST_NX_CALL("UF_initialize");
     host::core::State().ufInitialized = true;
     return 0;
 }
 
-int UF_is_initialized(void) { return host::core::State().ufInitialized ? 1 : 0; }
+int UF_is_initialized(void) { HOST_NX_CALL("UF_is_initialized"); return host::core::State().ufInitialized ? 1 : 0; }
 
 int UF_terminate(void) {
+    HOST_NX_CALL("UF_terminate");
     host::core::State().ufInitialized = false;
     return 0;
 }
@@ -174,6 +232,8 @@ int UF_terminate(void) {
 // The translation points into the session's own copy of the value: valid until the variable
 // changes or the session is reset; the caller neither frees nor modifies it.
 int UF_translate_variable(const char* variable, char** translation) {
+    HOST_NX_CALL("UF_translate_variable");
+    if (int code = host::core::RequireInitialized("UF_translate_variable")) return code;
     if (translation == nullptr) return host::core::kUfNullArgument;
     *translation = nullptr;
     if (variable == nullptr) return host::core::kUfNullArgument;
@@ -183,14 +243,17 @@ int UF_translate_variable(const char* variable, char** translation) {
     return 0;
 }
 
-void UF_free(void* data) { std::free(data); }
+void UF_free(void* data) { HOST_NX_CALL("UF_free"); std::free(data); }
 
 int UF_print_syslog(char* message, logical) {
+    HOST_NX_CALL("UF_print_syslog");
+    if (int code = host::core::RequireInitialized("UF_print_syslog")) return code;
     host::core::State().syslogLines.push_back(message == nullptr ? "" : message);
     return 0;
 }
 
 int UF_get_fail_message(int fail_code, char message[133]) {
+    HOST_NX_CALL("UF_get_fail_message");
     if (message == nullptr) return host::core::kUfNullArgument;
     std::strncpy(message, host::core::FailMessage(fail_code), 132);
     message[132] = '\0';
@@ -198,6 +261,8 @@ int UF_get_fail_message(int fail_code, char message[133]) {
 }
 
 int UF_MODL_update(void) {
+    HOST_NX_CALL("UF_MODL_update");
+    if (int code = host::core::RequireInitialized("UF_MODL_update")) return code;
     ++host::core::State().modelUpdates;
     return 0;
 }

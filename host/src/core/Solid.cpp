@@ -13,6 +13,7 @@
 #include <uf_modl.h>
 
 #include "HostSession.hpp"
+#include "core/Core.hpp"
 #include "core/Model.hpp"
 #include "core/Solid.hpp"
 #include "core/UfErrors.hpp"
@@ -258,6 +259,8 @@ extern "C" {
 // principal moments ascend, the principal axes are the rows of [22..30] in the same order.
 int UF_MODL_ask_mass_props_3d(tag_t* objects, int num_objs, int type, int units, double, int accuracy,
                               double acc_value[11], double mass_props[47], double statistics[13]) {
+    HOST_NX_CALL("UF_MODL_ask_mass_props_3d");
+    if (int code = RequireInitialized("UF_MODL_ask_mass_props_3d")) return code;
     if (objects == nullptr || mass_props == nullptr) return kUfNullArgument;
     double lf = 0, mf = 0;
     if (num_objs <= 0 || type != 1 || !UnitFactors(units, lf, mf)) return kUfBadMassPropsArguments;

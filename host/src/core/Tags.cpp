@@ -77,15 +77,15 @@ namespace NXOpen {
 
 // Every tagged object has a tag from the moment it exists, as in NX.
 TaggedObject::TaggedObject() : m_tag(NULL_TAG) { host::Tags::AssignNew(this); }
-tag_t TaggedObject::Tag() const { return m_tag; }
-tag_t TaggedObject::GetTag() const { return m_tag; }
+tag_t TaggedObject::Tag() const { HOST_NX_CALL("TaggedObject::Tag"); return m_tag; }
+tag_t TaggedObject::GetTag() const { HOST_NX_CALL("TaggedObject::GetTag"); return m_tag; }
 TaggedObject::~TaggedObject() { host::Tags::Release(this); }
-void TaggedObject::initialize() {}
+void TaggedObject::initialize() { HOST_NX_CALL("TaggedObject::initialize");}
 
 TransientObject::TransientObject() : m_handle(nullptr) {}
 TransientObject::TransientObject(void* ptr) : m_handle(ptr) {}
 TransientObject::~TransientObject() = default;
-void* TransientObject::GetHandle() { return m_handle; }
+void* TransientObject::GetHandle() { HOST_NX_CALL("TransientObject::GetHandle"); return m_handle; }
 
 TaggedObjectCollection::TaggedObjectCollection() = default;
 TaggedObjectCollection::~TaggedObjectCollection() = default;

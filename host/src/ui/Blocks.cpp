@@ -4,6 +4,7 @@
 
 #include <NXOpen/BlockStyler_PropertyList.hxx>
 
+#include "HostSession.hpp"
 #include "ui/Ui.hpp"
 
 namespace host::ui {
@@ -123,35 +124,37 @@ using host::ui::Text;
 
 UIBlock::UIBlock() {}
 UIBlock::~UIBlock() {}
-NXString UIBlock::Type() { return NXString(Impl(this).className); }
-NXString UIBlock::Name() { return NXString(Impl(this).id); }
-PropertyList* UIBlock::GetProperties() { return new PropertyList(&Impl(this)); }
-void UIBlock::Focus() {}
-bool UIBlock::Enable() { return Impl(this).enable; }
-void UIBlock::SetEnable(bool enable) { Impl(this).enable = enable; }
-bool UIBlock::Expanded() { return Impl(this).expanded; }
-void UIBlock::SetExpanded(bool expanded) { Impl(this).expanded = expanded; }
-bool UIBlock::Group() { return Impl(this).group; }
-void UIBlock::SetGroup(bool group) { Impl(this).group = group; }
-NXString UIBlock::Label() { return NXString(Impl(this).label); }
-void UIBlock::SetLabel(const NXString& label) { Impl(this).SetLabel(label.GetLocaleText()); }
-void UIBlock::SetLabel(const char* label) { Impl(this).SetLabel(Text(label)); }
-bool UIBlock::Show() { return Impl(this).show; }
-void UIBlock::SetShow(bool show) { Impl(this).show = show; }
+NXString UIBlock::Type() { HOST_NX_CALL("UIBlock::Type"); return NXString(Impl(this).className); }
+NXString UIBlock::Name() { HOST_NX_CALL("UIBlock::Name"); return NXString(Impl(this).id); }
+PropertyList* UIBlock::GetProperties() { HOST_NX_CALL("UIBlock::GetProperties"); return new PropertyList(&Impl(this)); }
+void UIBlock::Focus() { HOST_NX_CALL("UIBlock::Focus");}
+bool UIBlock::Enable() { HOST_NX_CALL("UIBlock::Enable"); return Impl(this).enable; }
+void UIBlock::SetEnable(bool enable) { HOST_NX_CALL("UIBlock::SetEnable"); Impl(this).enable = enable; }
+bool UIBlock::Expanded() { HOST_NX_CALL("UIBlock::Expanded"); return Impl(this).expanded; }
+void UIBlock::SetExpanded(bool expanded) { HOST_NX_CALL("UIBlock::SetExpanded"); Impl(this).expanded = expanded; }
+bool UIBlock::Group() { HOST_NX_CALL("UIBlock::Group"); return Impl(this).group; }
+void UIBlock::SetGroup(bool group) { HOST_NX_CALL("UIBlock::SetGroup"); Impl(this).group = group; }
+NXString UIBlock::Label() { HOST_NX_CALL("UIBlock::Label"); return NXString(Impl(this).label); }
+void UIBlock::SetLabel(const NXString& label) { HOST_NX_CALL("UIBlock::SetLabel"); Impl(this).SetLabel(label.GetLocaleText()); }
+void UIBlock::SetLabel(const char* label) { HOST_NX_CALL("UIBlock::SetLabel"); Impl(this).SetLabel(Text(label)); }
+bool UIBlock::Show() { HOST_NX_CALL("UIBlock::Show"); return Impl(this).show; }
+void UIBlock::SetShow(bool show) { HOST_NX_CALL("UIBlock::SetShow"); Impl(this).show = show; }
 
 CompositeBlock::CompositeBlock() {}
 CompositeBlock::~CompositeBlock() {}
 
-UIBlock* CompositeBlock::FindBlock(const NXString& blockName) { return FindBlock(blockName.GetLocaleText()); }
+UIBlock* CompositeBlock::FindBlock(const NXString& blockName) { HOST_NX_CALL("CompositeBlock::FindBlock"); return FindBlock(blockName.GetLocaleText()); }
 
 // NX throws for an id that no block of the dialog has; it never returns NULL.
 UIBlock* CompositeBlock::FindBlock(const char* blockName) {
+    HOST_NX_CALL("CompositeBlock::FindBlock");
     host::ui::BlockImpl* block = Impl(this).dialog.FindBlock(Text(blockName));
     if (block == nullptr) Fail("CompositeBlock::FindBlock: the dialog has no block \"" + Text(blockName) + "\"");
     return block->Ui();
 }
 
 std::vector<UIBlock*> CompositeBlock::GetBlocks() {
+    HOST_NX_CALL("CompositeBlock::GetBlocks");
     std::vector<UIBlock*> blocks;
     for (host::ui::BlockImpl* member : Impl(this).members) blocks.push_back(member->Ui());
     return blocks;
@@ -159,18 +162,19 @@ std::vector<UIBlock*> CompositeBlock::GetBlocks() {
 
 StringBlock::StringBlock() {}
 StringBlock::~StringBlock() {}
-NXString StringBlock::Value() { return NXString(As<host::ui::StringBlockImpl>(this).value); }
-void StringBlock::SetValue(const NXString& valueString) { As<host::ui::StringBlockImpl>(this).value = valueString.GetLocaleText(); }
-void StringBlock::SetValue(const char* valueString) { As<host::ui::StringBlockImpl>(this).value = Text(valueString); }
-NXString StringBlock::WideValue() { return Value(); }
-void StringBlock::SetWideValue(const NXString& wideValueString) { SetValue(wideValueString); }
-void StringBlock::SetWideValue(const char* wideValueString) { SetValue(wideValueString); }
-std::vector<NXString> StringBlock::GetListItems() { return host::ui::ToNX(As<host::ui::StringBlockImpl>(this).items); }
-void StringBlock::SetListItems(std::vector<NXString>& itemStrings) { As<host::ui::StringBlockImpl>(this).items = host::ui::FromNX(itemStrings); }
-NXString StringBlock::PresentationStyleAsString() { return NXString(As<host::ui::StringBlockImpl>(this).style); }
-void StringBlock::SetPresentationStyleAsString(const NXString& enumString) { SetPresentationStyleAsString(enumString.GetLocaleText()); }
+NXString StringBlock::Value() { HOST_NX_CALL("StringBlock::Value"); return NXString(As<host::ui::StringBlockImpl>(this).value); }
+void StringBlock::SetValue(const NXString& valueString) { HOST_NX_CALL("StringBlock::SetValue"); As<host::ui::StringBlockImpl>(this).value = valueString.GetLocaleText(); }
+void StringBlock::SetValue(const char* valueString) { HOST_NX_CALL("StringBlock::SetValue"); As<host::ui::StringBlockImpl>(this).value = Text(valueString); }
+NXString StringBlock::WideValue() { HOST_NX_CALL("StringBlock::WideValue"); return Value(); }
+void StringBlock::SetWideValue(const NXString& wideValueString) { HOST_NX_CALL("StringBlock::SetWideValue"); SetValue(wideValueString); }
+void StringBlock::SetWideValue(const char* wideValueString) { HOST_NX_CALL("StringBlock::SetWideValue"); SetValue(wideValueString); }
+std::vector<NXString> StringBlock::GetListItems() { HOST_NX_CALL("StringBlock::GetListItems"); return host::ui::ToNX(As<host::ui::StringBlockImpl>(this).items); }
+void StringBlock::SetListItems(std::vector<NXString>& itemStrings) { HOST_NX_CALL("StringBlock::SetListItems"); As<host::ui::StringBlockImpl>(this).items = host::ui::FromNX(itemStrings); }
+NXString StringBlock::PresentationStyleAsString() { HOST_NX_CALL("StringBlock::PresentationStyleAsString"); return NXString(As<host::ui::StringBlockImpl>(this).style); }
+void StringBlock::SetPresentationStyleAsString(const NXString& enumString) { HOST_NX_CALL("StringBlock::SetPresentationStyleAsString"); SetPresentationStyleAsString(enumString.GetLocaleText()); }
 
 void StringBlock::SetPresentationStyleAsString(const char* enumString) {
+    HOST_NX_CALL("StringBlock::SetPresentationStyleAsString");
     std::string style = Text(enumString);
     for (const char* known : host::ui::kPresentationStyles) {
         if (style == known) {
@@ -181,10 +185,10 @@ void StringBlock::SetPresentationStyleAsString(const char* enumString) {
     Fail("StringBlock::SetPresentationStyleAsString: \"" + style + "\" is not a presentation style");
 }
 
-bool StringBlock::ReadOnlyString() { return As<host::ui::StringBlockImpl>(this).readOnly; }
-void StringBlock::SetReadOnlyString(bool readonly) { As<host::ui::StringBlockImpl>(this).readOnly = readonly; }
-int StringBlock::MaxTextLength() { return As<host::ui::StringBlockImpl>(this).maxLength; }
-void StringBlock::SetMaxTextLength(int textLength) { As<host::ui::StringBlockImpl>(this).maxLength = textLength; }
+bool StringBlock::ReadOnlyString() { HOST_NX_CALL("StringBlock::ReadOnlyString"); return As<host::ui::StringBlockImpl>(this).readOnly; }
+void StringBlock::SetReadOnlyString(bool readonly) { HOST_NX_CALL("StringBlock::SetReadOnlyString"); As<host::ui::StringBlockImpl>(this).readOnly = readonly; }
+int StringBlock::MaxTextLength() { HOST_NX_CALL("StringBlock::MaxTextLength"); return As<host::ui::StringBlockImpl>(this).maxLength; }
+void StringBlock::SetMaxTextLength(int textLength) { HOST_NX_CALL("StringBlock::SetMaxTextLength"); As<host::ui::StringBlockImpl>(this).maxLength = textLength; }
 
 Button::Button() {}
 Button::~Button() {}
@@ -195,14 +199,14 @@ ScrolledWindow::~ScrolledWindow() {}
 
 BodyCollector::BodyCollector() {}
 BodyCollector::~BodyCollector() {}
-std::vector<TaggedObject*> BodyCollector::GetSelectedObjects() { return As<host::ui::BodyCollectorImpl>(this).selected; }
-void BodyCollector::SetSelectedObjects(const std::vector<TaggedObject*>& objectVector) { As<host::ui::BodyCollectorImpl>(this).selected = objectVector; }
+std::vector<TaggedObject*> BodyCollector::GetSelectedObjects() { HOST_NX_CALL("BodyCollector::GetSelectedObjects"); return As<host::ui::BodyCollectorImpl>(this).selected; }
+void BodyCollector::SetSelectedObjects(const std::vector<TaggedObject*>& objectVector) { HOST_NX_CALL("BodyCollector::SetSelectedObjects"); As<host::ui::BodyCollectorImpl>(this).selected = objectVector; }
 
 FolderSelection::FolderSelection() {}
 FolderSelection::~FolderSelection() {}
-NXString FolderSelection::Path() { return NXString(As<host::ui::FolderSelectionImpl>(this).path); }
-void FolderSelection::SetPath(const NXString& path) { As<host::ui::FolderSelectionImpl>(this).path = path.GetLocaleText(); }
-void FolderSelection::SetPath(const char* path) { As<host::ui::FolderSelectionImpl>(this).path = Text(path); }
+NXString FolderSelection::Path() { HOST_NX_CALL("FolderSelection::Path"); return NXString(As<host::ui::FolderSelectionImpl>(this).path); }
+void FolderSelection::SetPath(const NXString& path) { HOST_NX_CALL("FolderSelection::SetPath"); As<host::ui::FolderSelectionImpl>(this).path = path.GetLocaleText(); }
+void FolderSelection::SetPath(const char* path) { HOST_NX_CALL("FolderSelection::SetPath"); As<host::ui::FolderSelectionImpl>(this).path = Text(path); }
 
 // The list reads and writes the block itself; deleting the list leaves the block alone.
 PropertyList::PropertyList(void* ptr) : TransientObject(ptr) {}
@@ -213,31 +217,31 @@ using host::ui::Objects;
 using host::ui::Set;
 using host::ui::Strings;
 
-std::vector<TaggedObject*> PropertyList::GetTaggedObjectVector(const NXString& propertyName) { return Get<Objects>(this, std::string(propertyName.GetLocaleText())); }
-std::vector<TaggedObject*> PropertyList::GetTaggedObjectVector(const char* propertyName) { return Get<Objects>(this, Text(propertyName)); }
-std::vector<TaggedObject*> PropertyList::GetTaggedObjectVector(int propertyIndex) { return Get<Objects>(this, propertyIndex); }
-void PropertyList::SetTaggedObjectVector(const NXString& propertyName, const std::vector<TaggedObject*>& tagVector) { Set(this, propertyName.GetLocaleText(), tagVector); }
-void PropertyList::SetTaggedObjectVector(const char* propertyName, const std::vector<TaggedObject*>& tagVector) { Set(this, Text(propertyName), tagVector); }
-NXString PropertyList::GetString(const NXString& propertyName) { return NXString(Get<std::string>(this, std::string(propertyName.GetLocaleText()))); }
-NXString PropertyList::GetString(const char* propertyName) { return NXString(Get<std::string>(this, Text(propertyName))); }
-NXString PropertyList::GetString(int propertyIndex) { return NXString(Get<std::string>(this, propertyIndex)); }
-void PropertyList::SetString(const NXString& propertyName, const NXString& value) { Set(this, propertyName.GetLocaleText(), std::string(value.GetLocaleText())); }
-void PropertyList::SetString(const char* propertyName, const char* value) { Set(this, Text(propertyName), Text(value)); }
-bool PropertyList::GetLogical(const NXString& propertyName) { return Get<bool>(this, std::string(propertyName.GetLocaleText())); }
-bool PropertyList::GetLogical(const char* propertyName) { return Get<bool>(this, Text(propertyName)); }
-bool PropertyList::GetLogical(int propertyIndex) { return Get<bool>(this, propertyIndex); }
-void PropertyList::SetLogical(const NXString& propertyName, bool value) { Set(this, propertyName.GetLocaleText(), value); }
-void PropertyList::SetLogical(const char* propertyName, bool value) { Set(this, Text(propertyName), value); }
-int PropertyList::GetInteger(const NXString& propertyName) { return Get<int>(this, std::string(propertyName.GetLocaleText())); }
-int PropertyList::GetInteger(const char* propertyName) { return Get<int>(this, Text(propertyName)); }
-int PropertyList::GetInteger(int propertyIndex) { return Get<int>(this, propertyIndex); }
-void PropertyList::SetInteger(const NXString& propertyName, int value) { Set(this, propertyName.GetLocaleText(), value); }
-void PropertyList::SetInteger(const char* propertyName, int value) { Set(this, Text(propertyName), value); }
-std::vector<NXString> PropertyList::GetStrings(const NXString& propertyName) { return host::ui::ToNX(Get<Strings>(this, std::string(propertyName.GetLocaleText()))); }
-std::vector<NXString> PropertyList::GetStrings(const char* propertyName) { return host::ui::ToNX(Get<Strings>(this, Text(propertyName))); }
-std::vector<NXString> PropertyList::GetStrings(int propertyIndex) { return host::ui::ToNX(Get<Strings>(this, propertyIndex)); }
-void PropertyList::SetStrings(const NXString& propertyName, std::vector<NXString>& stringArray) { Set(this, propertyName.GetLocaleText(), host::ui::FromNX(stringArray)); }
-void PropertyList::SetStrings(const char* propertyName, std::vector<NXString>& stringArray) { Set(this, Text(propertyName), host::ui::FromNX(stringArray)); }
+std::vector<TaggedObject*> PropertyList::GetTaggedObjectVector(const NXString& propertyName) { HOST_NX_CALL("PropertyList::GetTaggedObjectVector"); return Get<Objects>(this, std::string(propertyName.GetLocaleText())); }
+std::vector<TaggedObject*> PropertyList::GetTaggedObjectVector(const char* propertyName) { HOST_NX_CALL("PropertyList::GetTaggedObjectVector"); return Get<Objects>(this, Text(propertyName)); }
+std::vector<TaggedObject*> PropertyList::GetTaggedObjectVector(int propertyIndex) { HOST_NX_CALL("PropertyList::GetTaggedObjectVector"); return Get<Objects>(this, propertyIndex); }
+void PropertyList::SetTaggedObjectVector(const NXString& propertyName, const std::vector<TaggedObject*>& tagVector) { HOST_NX_CALL("PropertyList::SetTaggedObjectVector"); Set(this, propertyName.GetLocaleText(), tagVector); }
+void PropertyList::SetTaggedObjectVector(const char* propertyName, const std::vector<TaggedObject*>& tagVector) { HOST_NX_CALL("PropertyList::SetTaggedObjectVector"); Set(this, Text(propertyName), tagVector); }
+NXString PropertyList::GetString(const NXString& propertyName) { HOST_NX_CALL("PropertyList::GetString"); return NXString(Get<std::string>(this, std::string(propertyName.GetLocaleText()))); }
+NXString PropertyList::GetString(const char* propertyName) { HOST_NX_CALL("PropertyList::GetString"); return NXString(Get<std::string>(this, Text(propertyName))); }
+NXString PropertyList::GetString(int propertyIndex) { HOST_NX_CALL("PropertyList::GetString"); return NXString(Get<std::string>(this, propertyIndex)); }
+void PropertyList::SetString(const NXString& propertyName, const NXString& value) { HOST_NX_CALL("PropertyList::SetString"); Set(this, propertyName.GetLocaleText(), std::string(value.GetLocaleText())); }
+void PropertyList::SetString(const char* propertyName, const char* value) { HOST_NX_CALL("PropertyList::SetString"); Set(this, Text(propertyName), Text(value)); }
+bool PropertyList::GetLogical(const NXString& propertyName) { HOST_NX_CALL("PropertyList::GetLogical"); return Get<bool>(this, std::string(propertyName.GetLocaleText())); }
+bool PropertyList::GetLogical(const char* propertyName) { HOST_NX_CALL("PropertyList::GetLogical"); return Get<bool>(this, Text(propertyName)); }
+bool PropertyList::GetLogical(int propertyIndex) { HOST_NX_CALL("PropertyList::GetLogical"); return Get<bool>(this, propertyIndex); }
+void PropertyList::SetLogical(const NXString& propertyName, bool value) { HOST_NX_CALL("PropertyList::SetLogical"); Set(this, propertyName.GetLocaleText(), value); }
+void PropertyList::SetLogical(const char* propertyName, bool value) { HOST_NX_CALL("PropertyList::SetLogical"); Set(this, Text(propertyName), value); }
+int PropertyList::GetInteger(const NXString& propertyName) { HOST_NX_CALL("PropertyList::GetInteger"); return Get<int>(this, std::string(propertyName.GetLocaleText())); }
+int PropertyList::GetInteger(const char* propertyName) { HOST_NX_CALL("PropertyList::GetInteger"); return Get<int>(this, Text(propertyName)); }
+int PropertyList::GetInteger(int propertyIndex) { HOST_NX_CALL("PropertyList::GetInteger"); return Get<int>(this, propertyIndex); }
+void PropertyList::SetInteger(const NXString& propertyName, int value) { HOST_NX_CALL("PropertyList::SetInteger"); Set(this, propertyName.GetLocaleText(), value); }
+void PropertyList::SetInteger(const char* propertyName, int value) { HOST_NX_CALL("PropertyList::SetInteger"); Set(this, Text(propertyName), value); }
+std::vector<NXString> PropertyList::GetStrings(const NXString& propertyName) { HOST_NX_CALL("PropertyList::GetStrings"); return host::ui::ToNX(Get<Strings>(this, std::string(propertyName.GetLocaleText()))); }
+std::vector<NXString> PropertyList::GetStrings(const char* propertyName) { HOST_NX_CALL("PropertyList::GetStrings"); return host::ui::ToNX(Get<Strings>(this, Text(propertyName))); }
+std::vector<NXString> PropertyList::GetStrings(int propertyIndex) { HOST_NX_CALL("PropertyList::GetStrings"); return host::ui::ToNX(Get<Strings>(this, propertyIndex)); }
+void PropertyList::SetStrings(const NXString& propertyName, std::vector<NXString>& stringArray) { HOST_NX_CALL("PropertyList::SetStrings"); Set(this, propertyName.GetLocaleText(), host::ui::FromNX(stringArray)); }
+void PropertyList::SetStrings(const char* propertyName, std::vector<NXString>& stringArray) { HOST_NX_CALL("PropertyList::SetStrings"); Set(this, Text(propertyName), host::ui::FromNX(stringArray)); }
 
 }  // namespace BlockStyler
 }  // namespace NXOpen

@@ -156,6 +156,7 @@ BlockImpl* DialogImpl::FindBlock(const std::string& blockId) {
 }
 
 void DialogImpl::Update(BlockImpl& block) {
+    const PluginCode plugin;
     if (update) (*update)(block.Ui());
 }
 
@@ -204,13 +205,15 @@ UI::UI() {}
 UI::~UI() {}
 
 UI* UI::GetUI() {
+    HOST_NX_CALL("UI::GetUI");
     static UI* ui = new host::ui::UiImpl;
     return ui;
 }
 
-BlockStyler::BlockDialog* UI::CreateDialog(const NXString& dialogName) { return CreateDialog(dialogName.GetLocaleText()); }
+BlockStyler::BlockDialog* UI::CreateDialog(const NXString& dialogName) { HOST_NX_CALL("UI::CreateDialog"); return CreateDialog(dialogName.GetLocaleText()); }
 
 BlockStyler::BlockDialog* UI::CreateDialog(const char* dialogName) {
+    HOST_NX_CALL("UI::CreateDialog");
     std::filesystem::path path = host::ui::FindDialogFile(host::ui::Text(dialogName));
     host::ui::DlxDialog file;
     try {
@@ -221,8 +224,8 @@ BlockStyler::BlockDialog* UI::CreateDialog(const char* dialogName) {
     return new BlockStyler::BlockDialog(new host::ui::DialogImpl(file));
 }
 
-void UI::LockAccess() {}
-void UI::UnlockAccess() {}
+void UI::LockAccess() { HOST_NX_CALL("UI::LockAccess");}
+void UI::UnlockAccess() { HOST_NX_CALL("UI::UnlockAccess");}
 
 namespace BlockStyler {
 
@@ -230,20 +233,21 @@ BlockDialog::BlockDialog(void* ptr) : TransientObject(ptr) {}
 
 BlockDialog::~BlockDialog() { delete &Impl(this); }
 
-void BlockDialog::AddUpdateHandler(const Update& cb) { Impl(this).update = host::ui::Keep(cb); }
-void BlockDialog::AddInitializeHandler(const Initialize& cb) { Impl(this).initialize = host::ui::Keep(cb); }
-void BlockDialog::AddDialogShownHandler(const DialogShown& cb) { Impl(this).dialogShown = host::ui::Keep(cb); }
-void BlockDialog::AddOkHandler(const Ok& okCb) { Impl(this).ok = host::ui::Keep(okCb); }
-void BlockDialog::AddApplyHandler(const Apply& applyCb) { Impl(this).apply = host::ui::Keep(applyCb); }
-void BlockDialog::AddCancelHandler(const Cancel& cancelCb) { Impl(this).cancel = host::ui::Keep(cancelCb); }
-void BlockDialog::AddCloseHandler(const Close& closeCb) { Impl(this).close = host::ui::Keep(closeCb); }
-void BlockDialog::AddFilterHandler(const Filter& cb) { Impl(this).filter = host::ui::Keep(cb); }
+void BlockDialog::AddUpdateHandler(const Update& cb) { HOST_NX_CALL("BlockDialog::AddUpdateHandler"); Impl(this).update = host::ui::Keep(cb); }
+void BlockDialog::AddInitializeHandler(const Initialize& cb) { HOST_NX_CALL("BlockDialog::AddInitializeHandler"); Impl(this).initialize = host::ui::Keep(cb); }
+void BlockDialog::AddDialogShownHandler(const DialogShown& cb) { HOST_NX_CALL("BlockDialog::AddDialogShownHandler"); Impl(this).dialogShown = host::ui::Keep(cb); }
+void BlockDialog::AddOkHandler(const Ok& okCb) { HOST_NX_CALL("BlockDialog::AddOkHandler"); Impl(this).ok = host::ui::Keep(okCb); }
+void BlockDialog::AddApplyHandler(const Apply& applyCb) { HOST_NX_CALL("BlockDialog::AddApplyHandler"); Impl(this).apply = host::ui::Keep(applyCb); }
+void BlockDialog::AddCancelHandler(const Cancel& cancelCb) { HOST_NX_CALL("BlockDialog::AddCancelHandler"); Impl(this).cancel = host::ui::Keep(cancelCb); }
+void BlockDialog::AddCloseHandler(const Close& closeCb) { HOST_NX_CALL("BlockDialog::AddCloseHandler"); Impl(this).close = host::ui::Keep(closeCb); }
+void BlockDialog::AddFilterHandler(const Filter& cb) { HOST_NX_CALL("BlockDialog::AddFilterHandler"); Impl(this).filter = host::ui::Keep(cb); }
 
-Selection::Response BlockDialog::Show() { return Show(DialogModeCreate); }
+Selection::Response BlockDialog::Show() { HOST_NX_CALL("BlockDialog::Show"); return Show(DialogModeCreate); }
 
 // The dialog stays modal until the script closes it; a handler's exception ends the dialog and is
 // thrown on from here, as NX passes exceptions escaping a callback on to the caller of Show.
 Selection::Response BlockDialog::Show(DialogMode) {
+    HOST_NX_CALL("BlockDialog::Show");
     host::ui::DialogImpl& d = Impl(this);
     if (d.showing) Fail("BlockDialog::Show: the dialog is already shown");
     host::ui::UiState& s = host::ui::State();
@@ -259,6 +263,7 @@ Selection::Response BlockDialog::Show(DialogMode) {
         d.closed = true;
     };
     try {
+        const host::PluginCode plugin;  // the handlers and the designer's actions are the plug-in's
         if (d.initialize) (*d.initialize)();
         host::ui::OpenWindows(d);
         if (d.dialogShown) (*d.dialogShown)();
@@ -273,16 +278,18 @@ Selection::Response BlockDialog::Show(DialogMode) {
     return Selection::ResponseCancel;
 }
 
-CompositeBlock* BlockDialog::TopBlock() { return Impl(this).top.get(); }
+CompositeBlock* BlockDialog::TopBlock() { HOST_NX_CALL("BlockDialog::TopBlock"); return Impl(this).top.get(); }
 
 void BlockDialog::PerformApply() {
+    HOST_NX_CALL("BlockDialog::PerformApply");
     host::ui::DialogImpl& d = Impl(this);
+    const host::PluginCode plugin;
     if (d.apply) (*d.apply)();
 }
 
-PropertyList* BlockDialog::GetBlockProperties(const NXString& blockName) { return GetBlockProperties(blockName.GetLocaleText()); }
+PropertyList* BlockDialog::GetBlockProperties(const NXString& blockName) { HOST_NX_CALL("BlockDialog::GetBlockProperties"); return GetBlockProperties(blockName.GetLocaleText()); }
 
-PropertyList* BlockDialog::GetBlockProperties(const char* blockName) { return TopBlock()->FindBlock(blockName)->GetProperties(); }
+PropertyList* BlockDialog::GetBlockProperties(const char* blockName) { HOST_NX_CALL("BlockDialog::GetBlockProperties"); return TopBlock()->FindBlock(blockName)->GetProperties(); }
 
 }  // namespace BlockStyler
 }  // namespace NXOpen

@@ -13,6 +13,18 @@
 namespace host::ui {
 namespace {
 
+// Sets a flag for as long as it lives, also when a handler throws.
+class Marked {
+public:
+    explicit Marked(bool& flag) : flag_(flag) { flag_ = true; }
+    ~Marked() { flag_ = false; }
+    Marked(const Marked&) = delete;
+    Marked& operator=(const Marked&) = delete;
+
+private:
+    bool& flag_;
+};
+
 using NxTree = NXOpen::BlockStyler::Tree;
 
 class LiveDialogImpl : public LiveDialog {
@@ -116,7 +128,11 @@ public:
             if (!t.onBeginLabelEdit || (*t.onBeginLabelEdit)(&t, &n, column) != NxTree::BeginLabelEditStateAllow) return;
             t.editOptions.clear();
             t.editDefault = 0;
-            NxTree::ControlType control = t.askEditControl ? (*t.askEditControl)(&t, &n, column) : NxTree::ControlTypeNone;
+            NxTree::ControlType control = NxTree::ControlTypeNone;
+            if (t.askEditControl) {
+                Marked inHandler(t.inAskEditControl);
+                control = (*t.askEditControl)(&t, &n, column);
+            }
             if (n.deleted) return;
             std::string before = n.Cell(column);
             // NX 8.5 hands the edited or chosen text over as a Locale string holding UTF-8 bytes.
@@ -136,6 +152,20 @@ public:
         return accepted;
     }
 
+    NxTree::ControlType AskEditControl(NXOpen::BlockStyler::Node* node, int column) override {
+        NodeImpl& n = Reachable(node, column);
+        TreeImpl& t = n.tree;
+        NxTree::ControlType control = NxTree::ControlTypeNone;
+        Act([&] {
+            t.editOptions.clear();
+            t.editDefault = 0;
+            if (!t.askEditControl) return;
+            Marked inHandler(t.inAskEditControl);
+            control = (*t.askEditControl)(&t, &n, column);
+        });
+        return control;
+    }
+
     std::vector<std::string> EditOptions(int* defaultIndex) override {
         TreeImpl* t = FirstTree();
         if (defaultIndex) *defaultIndex = t ? t->editDefault : 0;
@@ -149,7 +179,10 @@ public:
         Act([&] {
             t->shownMenu = MenuModel();
             t->menuSet = false;
-            if (t->onMenu) (*t->onMenu)(t, static_cast<NodeImpl*>(node), column);
+            if (t->onMenu) {
+                Marked inHandler(t->inMenuHandler);
+                (*t->onMenu)(t, static_cast<NodeImpl*>(node), column);
+            }
             if (!t->menuSet) return;
             menu_ = t->shownMenu;
             menuTree_ = t;
@@ -190,6 +223,7 @@ private:
         if (depth_ == 0) menuOpen_ = false;
         ++depth_;
         try {
+            const PluginCode plugin;  // the handlers the action runs are the plug-in's code
             action();
         } catch (...) {
             if (--depth_ == 0 && !d_.endedBy) {

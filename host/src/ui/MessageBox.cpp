@@ -44,6 +44,7 @@ namespace NXOpen {
 using host::ui::Text;
 
 NXMessageBox* UI::NXMessageBox() {
+    HOST_NX_CALL("UI::NXMessageBox");
     static NXOpen::NXMessageBox* box = new host::ui::MessageBoxImpl;
     return box;
 }
@@ -52,21 +53,25 @@ NXMessageBox::NXMessageBox() {}
 NXMessageBox::~NXMessageBox() {}
 
 int NXMessageBox::Show(const NXString& title, DialogType msgboxType, const NXString& message) {
+    HOST_NX_CALL("NXMessageBox::Show");
     return host::ui::Show(title.GetLocaleText(), msgboxType, message.GetLocaleText());
 }
 
 int NXMessageBox::Show(const char* title, DialogType msgboxType, const char* message) {
+    HOST_NX_CALL("NXMessageBox::Show");
     return host::ui::Show(Text(title), msgboxType, Text(message));
 }
 
 int NXMessageBox::Show(const NXString& title, DialogType msgboxType, std::vector<NXString>& messages) {
+    HOST_NX_CALL("NXMessageBox::Show");
     return host::ui::Show(title.GetLocaleText(), msgboxType, host::ui::Lines(messages));
 }
 
 int NXMessageBox::Show(const char* title, DialogType msgboxType, std::vector<NXString>& messages) {
+    HOST_NX_CALL("NXMessageBox::Show");
     return host::ui::Show(Text(title), msgboxType, host::ui::Lines(messages));
 }
 
-tag_t NXMessageBox::Tag() const { return static_cast<const host::ui::MessageBoxImpl*>(this)->tag; }
+tag_t NXMessageBox::Tag() const { HOST_NX_CALL("NXMessageBox::Tag"); return static_cast<const host::ui::MessageBoxImpl*>(this)->tag; }
 
 }  // namespace NXOpen

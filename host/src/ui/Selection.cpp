@@ -84,6 +84,7 @@ using host::ui::Request;
 using host::ui::Text;
 
 Selection* UI::SelectionManager() {
+    HOST_NX_CALL("UI::SelectionManager");
     static Selection* selection = new host::ui::SelectionImpl;
     return selection;
 }
@@ -92,38 +93,46 @@ Selection::Selection() {}
 Selection::~Selection() {}
 
 Selection::Response Selection::SelectObjects(const NXString& message, const NXString& title, SelectionScope scope, SelectionAction action, bool includeFeatures, bool keepHighlighted, const std::vector<MaskTriple>& maskArray, std::vector<NXObject*>& objectArray) {
+    HOST_NX_CALL("Selection::SelectObjects");
     return AskObjects(Request(message.GetLocaleText(), title.GetLocaleText(), scope, action, includeFeatures, keepHighlighted, maskArray), objectArray);
 }
 
 Selection::Response Selection::SelectObjects(const char* message, const char* title, SelectionScope scope, SelectionAction action, bool includeFeatures, bool keepHighlighted, const std::vector<MaskTriple>& maskArray, std::vector<NXObject*>& objectArray) {
+    HOST_NX_CALL("Selection::SelectObjects");
     return AskObjects(Request(Text(message), Text(title), scope, action, includeFeatures, keepHighlighted, maskArray), objectArray);
 }
 
 // The overloads without a mask are recorded with the action "enable all" and an empty mask.
 Selection::Response Selection::SelectObjects(const NXString& message, const NXString& title, SelectionScope scope, bool includeFeatures, bool keepHighlighted, std::vector<NXObject*>& objectArray) {
+    HOST_NX_CALL("Selection::SelectObjects");
     return AskObjects(Request(message.GetLocaleText(), title.GetLocaleText(), scope, SelectionActionEnableAll, includeFeatures, keepHighlighted, {}), objectArray);
 }
 
 Selection::Response Selection::SelectObjects(const char* message, const char* title, SelectionScope scope, bool includeFeatures, bool keepHighlighted, std::vector<NXObject*>& objectArray) {
+    HOST_NX_CALL("Selection::SelectObjects");
     return AskObjects(Request(Text(message), Text(title), scope, SelectionActionEnableAll, includeFeatures, keepHighlighted, {}), objectArray);
 }
 
 Selection::Response Selection::SelectObjects(const NXString& message, const NXString& title, SelectionScope scope, bool keepHighlighted, const std::vector<SelectionType>&, std::vector<NXObject*>& objectArray) {
+    HOST_NX_CALL("Selection::SelectObjects");
     return AskObjects(Request(message.GetLocaleText(), title.GetLocaleText(), scope, SelectionActionEnableAll, false, keepHighlighted, {}), objectArray);
 }
 
 Selection::Response Selection::SelectObjects(const char* message, const char* title, SelectionScope scope, bool keepHighlighted, const std::vector<SelectionType>&, std::vector<NXObject*>& objectArray) {
+    HOST_NX_CALL("Selection::SelectObjects");
     return AskObjects(Request(Text(message), Text(title), scope, SelectionActionEnableAll, false, keepHighlighted, {}), objectArray);
 }
 
 Selection::Response Selection::SelectTaggedObjects(const NXString& message, const NXString& title, SelectionScope scope, SelectionAction action, bool includeFeatures, bool keepHighlighted, const std::vector<MaskTriple>& maskArray, std::vector<TaggedObject*>& objectArray) {
+    HOST_NX_CALL("Selection::SelectTaggedObjects");
     return host::ui::Ask(Request(message.GetLocaleText(), title.GetLocaleText(), scope, action, includeFeatures, keepHighlighted, maskArray), objectArray);
 }
 
 Selection::Response Selection::SelectTaggedObjects(const char* message, const char* title, SelectionScope scope, SelectionAction action, bool includeFeatures, bool keepHighlighted, const std::vector<MaskTriple>& maskArray, std::vector<TaggedObject*>& objectArray) {
+    HOST_NX_CALL("Selection::SelectTaggedObjects");
     return host::ui::Ask(Request(Text(message), Text(title), scope, action, includeFeatures, keepHighlighted, maskArray), objectArray);
 }
 
-tag_t Selection::Tag() const { return static_cast<const host::ui::SelectionImpl*>(this)->tag; }
+tag_t Selection::Tag() const { HOST_NX_CALL("Selection::Tag"); return static_cast<const host::ui::SelectionImpl*>(this)->tag; }
 
 }  // namespace NXOpen

@@ -156,6 +156,9 @@ public:
 
     // Fail()s when the node was deleted: NX invalidates a deleted node's tag.
     NodeImpl& Live();
+    // Write access: Live(). Read access to the data and the links of a deleted node is kept (see
+    // Poison in Tree.cpp).
+    NodeImpl& Access(bool write) { return write ? Live() : *this; }
     std::vector<NodeImpl*>& Siblings();
     std::string Cell(int columnId) const;
 
@@ -175,6 +178,7 @@ public:
 };
 
 NodeImpl& Impl(NXOpen::BlockStyler::Node* node);  // Fail()s for NULL or a deleted node
+NodeImpl& Kept(NXOpen::BlockStyler::Node* node);  // Fail()s for NULL; a deleted node is read as it was
 
 class TreeImpl : public BlockOf<NXOpen::BlockStyler::Tree> {
 public:
@@ -211,6 +215,10 @@ public:
     int editDefault = 0;
     MenuModel shownMenu;  // what the last SetMenu showed
     bool menuSet = false;
+    // NX takes SetMenu only inside the menu handler and SetEditOptions only inside the
+    // ask-edit-control handler; the driver marks while each runs.
+    bool inMenuHandler = false;
+    bool inAskEditControl = false;
 
     // The names of the handler registration calls made, in order ("SetOnExpandHandler", ...).
     std::vector<std::string> registrations;
