@@ -20,10 +20,6 @@ const char* KindTitle(Kind kind) {
     return "";
 }
 
-std::string Pad(const std::string& text, int width) {
-    return text + std::string(static_cast<size_t>(std::max(0, width - runner::DisplayWidth(text))), ' ');
-}
-
 }  // namespace
 
 std::string ChangedFieldsText(const Change& change) {
@@ -61,7 +57,7 @@ void PrintText(std::ostream& out, const Bom& older, const Bom& newer, const Comp
         for (size_t i = 0; i < row.size(); ++i) widths[i] = std::max(widths[i], runner::DisplayWidth(row[i]));
     for (size_t r = 0; r < table.size(); ++r) {
         std::string line;
-        for (size_t i = 0; i < table[r].size(); ++i) line += i + 1 < table[r].size() ? Pad(table[r][i], widths[i]) + "  " : table[r][i];
+        for (size_t i = 0; i < table[r].size(); ++i) line += i + 1 < table[r].size() ? runner::Pad(table[r][i], widths[i]) + "  " : table[r][i];
         while (!line.empty() && line.back() == ' ') line.pop_back();
         out << line << '\n';
         if (r == 0) out << std::string(static_cast<size_t>(runner::DisplayWidth(line)), '-') << '\n';
