@@ -8,6 +8,11 @@ namespace host::ui {
 // DlxRules.tsv, made into a string by cmake/host.cmake.
 extern const char kDlxRulesTable[];
 
+std::string BareItemClass(const std::string& itemClass) {
+    return itemClass.compare(0, 12, "UGS::UICOMP_") == 0 ? itemClass.substr(5) : itemClass;
+}
+
+
 namespace {
 
 std::vector<std::string> Split(const std::string& text, char separator) {

@@ -10,9 +10,14 @@
 #include <utility>
 #include <vector>
 
-#include "ui/Dlx.hpp"
+#include "ui/Xml.hpp"
 
 namespace host::ui {
+
+// An item class without the "UGS::" the Styler writes before some "UICOMP_" classes and not
+// before others: "UGS::UICOMP_group" and "UICOMP_group" are one class.
+std::string BareItemClass(const std::string& itemClass);
+
 
 // One property of one class, as NX 8.5 writes it.
 struct DlxPropertyRule {
