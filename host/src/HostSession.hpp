@@ -42,6 +42,11 @@ long& NxCallCounter(const char* name);
     static long& host_nx_call_counter_ = ::host::NxCallCounter(name);          \
     const ::host::NxCall host_nx_call_(host_nx_call_counter_)
 
+// The body, face or edge of the work part with this tag (faces and edges as its part file names
+// them), with its type and subtype as UF_OBJ_ask_type_and_subtype gives them; NULL when the work
+// part has none.
+NXOpen::TaggedObject* WorkPartObject(unsigned int tag, int* type = nullptr, int* subtype = nullptr);
+
 // Every tagged object of the session, by tag (UF calls address objects by tag).
 class Tags {
 public:

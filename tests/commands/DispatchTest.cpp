@@ -209,6 +209,21 @@ TEST_F(Dispatch, NewGroupReadsTheClockOnceForAllItsBodies)
     EXPECT_EQ(id, StringAttribute(Body(1005), "组ID"));
 }
 
+// The designer picks a face of 1004 with the bodies: the group dialog takes solid bodies only, so
+// the face never reaches the group command, and the bodies form the group.
+TEST_F(Dispatch, AFacePickedWithTheBodiesIsNoPartOfTheGroup)
+{
+    LoadBodies({{1003, Marked({{"名称", "顶针"}}), Stack({{8, 4}, {4, 200}})},
+                {1004, Marked(), Box(20, 20, 15), 61, 6, false, {0, 0, 0}, {0, 0, 0}, {7001}},
+                {1005, Marked(), Box(20, 20, 15), 61, 6, false, {0, 50, 0}}});
+    host::QueueSelectionAnswer(NXOpen::Selection::ResponseOk, {7001, 1003, 1005});
+    WithDialog([&](Vornadel&, host::LiveDialog& live) { live.Press("button04"); });
+    EXPECT_TRUE(host::Messages().empty());
+    EXPECT_EQ("05180930150042", StringAttribute(Body(1003), "组ID"));
+    EXPECT_EQ("05180930150042", StringAttribute(Body(1005), "组ID"));
+    EXPECT_EQ("<none>", StringAttribute(Body(1004), "组ID")) << "the face's body is not grouped";
+}
+
 TEST_F(Dispatch, NewGroupTakesANewSnapshot)
 {
     LoadMould();

@@ -326,6 +326,26 @@ TEST_F(PartFile, DuplicateTagIsRefused) {
         << "host: tags are unique";
 }
 
+TEST_F(PartFile, FacesAndEdgesAreKeptAndSavedWithTheirBody) {
+    std::string part = kSmallMould;
+    const std::string first = "\"rotate\": [0, 0, 0]\n    },";
+    part.replace(part.find(first), first.size(),
+                 "\"rotate\": [0, 0, 0],\n      \"faces\": [5001, 5003],\n      \"edges\": [5002]\n    },");
+    LoadPart(part);
+    const std::string saved = (folder_ / "saved.part.json").string();
+    host::SaveWorkPart(saved);
+    EXPECT_EQ(part, ReadFile(saved)) << "written only for a body that has some, after its placement";
+}
+
+TEST_F(PartFile, AFaceTagThatIsAlsoABodysIsRefused) {
+    const std::string one = u8R"({"tag": 7, "layer": 1, "color": 1, "solid": {"shape": "box", "x": 1, "y": 1, "z": 1}})";
+    const std::string two = u8R"({"tag": 8, "layer": 1, "color": 1, "faces": [7], "solid": {"shape": "box", "x": 1, "y": 1, "z": 1}})";
+    EXPECT_TRUE(Contains(LoadError(u8R"({"format": "vornadel-part/1", "leaf": "A", "bodies": [)" + one + ", " + two + "]}"),
+                         "bad.part.json: bodies[1]: 7 is the tag of a face or edge and also of bodies[0]"));
+    EXPECT_TRUE(Contains(LoadError(WithBody(u8R"("tag": 7, "layer": 1, "color": 1, "edges": "x", )" + Cylinder())),
+                         "bad.part.json: bodies[0].edges: must be an array of tags"));
+}
+
 TEST_F(PartFile, TagZeroIsRefused) {
     EXPECT_TRUE(Contains(LoadError(WithBody(u8R"("tag": 0, "layer": 1, "color": 1, )" + Cylinder())),
                          "bad.part.json: bodies[0].tag: 0 is outside 1..2147483647"))

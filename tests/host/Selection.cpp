@@ -6,6 +6,8 @@
 #include <NXOpen/NXObject.hxx>
 #include <NXOpen/Selection.hxx>
 #include <NXOpen/UI.hxx>
+#include <uf.h>
+#include <uf_obj.h>
 
 #include "UiFixture.hpp"
 
@@ -75,12 +77,12 @@ TEST_F(SelectObjects, TheRequestIsRecorded) {
     EXPECT_EQ(36, r.masks[0].SolidBodySubtype) << "UF_UI_SEL_FEATURE_SOLID_BODY";
 }
 
-TEST_F(SelectObjects, TheAnswerIsNotCheckedAgainstTheMask) {
+TEST_F(SelectObjects, ABodyUnderAFaceMaskIsLeftOut) {
     masks_.assign(1, Selection::MaskTriple(70, 2, 20));
     host::QueueSelectionAnswer(Selection::ResponseOk, {1001});
     std::vector<NXObject*> objects;
-    Ask(objects);
-    EXPECT_EQ(std::vector<NXObject*>{Body(1001)}, objects) << "host choice: the answer is taken as given, even a body under a face mask";
+    EXPECT_EQ(Selection::ResponseOk, Ask(objects));
+    EXPECT_TRUE(objects.empty()) << "NX: a face mask lets no body be picked";
 }
 
 TEST_F(SelectObjects, SelectTaggedObjectsAnswersTheSameWay) {
@@ -104,6 +106,63 @@ TEST_F(SelectObjects, OverloadWithoutAMaskIsRecordedAsEnableAll) {
 TEST_F(SelectObjects, AnAnswerNamingNoBodyIsRefused) {
     EXPECT_THROW(host::QueueSelectionAnswer(Selection::ResponseOk, {4711}), std::invalid_argument)
         << "host: the work part has no body 4711";
+}
+
+// A part file may name a body's faces and edges; a designer can pick them where the dialog's mask
+// lets him, and nowhere else, as in NX.
+class SelectFacesAndEdges : public SelectObjects {
+protected:
+    void SetUp() override {
+        UiTest::SetUp();
+        std::string part = kSmallMould;
+        const std::string first = "\"rotate\": [0, 0, 0]\n    },";
+        part.replace(part.find(first), first.size(),
+                     "\"rotate\": [0, 0, 0],\n      \"faces\": [5001, 5003],\n      \"edges\": [5002]\n    },");
+        LoadPart(part);
+    }
+
+    Selection::Response AskWith(Selection::SelectionAction action, std::vector<Selection::MaskTriple> masks,
+                                std::vector<NXObject*>& objects) {
+        return NXOpen::UI::GetUI()->SelectionManager()->SelectObjects("选择", "选择", Selection::SelectionScopeWorkPart,
+                                                                       action, false, false, masks, objects);
+    }
+};
+
+TEST_F(SelectFacesAndEdges, TheSolidBodyMaskLeavesFacesAndEdgesOut) {
+    host::QueueSelectionAnswer(Selection::ResponseOk, {5001, 1002, 5002});
+    std::vector<NXObject*> objects;
+    EXPECT_EQ(Selection::ResponseOk, AskWith(Selection::SelectionActionClearAndEnableSpecific, {{70, 0, 36}}, objects));
+    EXPECT_EQ(std::vector<NXObject*>{Body(1002)}, objects) << "NX: only what the mask takes";
+}
+
+TEST_F(SelectFacesAndEdges, AFaceMaskTakesFacesOnly) {
+    host::QueueSelectionAnswer(Selection::ResponseOk, {5001, 1002, 5002, 5003});
+    std::vector<NXObject*> objects;
+    AskWith(Selection::SelectionActionClearAndEnableSpecific, {{70, 0, 20}}, objects);
+    ASSERT_EQ(2u, objects.size());
+    EXPECT_EQ(5001u, objects[0]->Tag());
+    EXPECT_EQ(5003u, objects[1]->Tag());
+    EXPECT_EQ(nullptr, dynamic_cast<NXOpen::Body*>(objects[0])) << "a face is no body";
+    int type = 0, subtype = 0;
+    UF_initialize();
+    EXPECT_EQ(0, UF_OBJ_ask_type_and_subtype(5002, &type, &subtype));
+    EXPECT_EQ(70, type);
+    EXPECT_EQ(3, subtype) << "UF_solid_edge_subtype";
+}
+
+TEST_F(SelectFacesAndEdges, EnableAllTakesEverythingAndDisableSpecificTheRest) {
+    host::QueueSelectionAnswer(Selection::ResponseOk, {5001, 1002, 5002});
+    host::QueueSelectionAnswer(Selection::ResponseOk, {5001, 1002, 5002});
+    std::vector<NXObject*> objects;
+    AskWith(Selection::SelectionActionEnableAll, {}, objects);
+    EXPECT_EQ(3u, objects.size());
+    AskWith(Selection::SelectionActionAllAndDisableSpecific, {{70, 0, 1}}, objects);
+    ASSERT_EQ(2u, objects.size()) << "the edge is disabled";
+    EXPECT_EQ(5001u, objects[0]->Tag());
+}
+
+TEST_F(SelectFacesAndEdges, AnAnswerMayNameOnlyObjectsOfTheWorkPart) {
+    EXPECT_THROW(host::QueueSelectionAnswer(Selection::ResponseOk, {5009}), std::invalid_argument);
 }
 
 }  // namespace

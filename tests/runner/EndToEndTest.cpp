@@ -731,8 +731,17 @@ TEST(RunnerInitialization, ThePluginAlwaysInitialisesFirst) {
 // by one UF_MODL_update, and the eleven head fields and the marker through SetUserAttribute.
 TEST(RunnerNxCalls, TheCountsOfTheSampleMouldFollowTheAlgorithms) {
     const std::filesystem::path dir = runnertest::Scratch("nx-calls");
-    auto run = [&](const std::string& command) {
-        return RunHost({"run", "--format", "tsv", "--nx-calls", "--localappdata", dir.string(), "-e", command, "-e", "close"});
+    std::filesystem::create_directories(dir / "out");
+    auto run = [&](std::vector<std::string> commands) {
+        std::vector<std::string> args = {"run", "--format", "tsv", "--nx-calls", "--localappdata", dir.string(),
+                                         "--drive", "C=" + dir.string(), "--time", "2024-06-03T14:05:09.027"};
+        commands.push_back("show tree");
+        commands.push_back("close");
+        for (const std::string& c : commands) {
+            args.push_back("-e");
+            args.push_back(c);
+        }
+        return RunHost(args);
     };
     auto counts = [](const HostRun& r) {
         std::map<std::string, long> all;
@@ -743,23 +752,56 @@ TEST(RunnerNxCalls, TheCountsOfTheSampleMouldFollowTheAlgorithms) {
         }
         return all;
     };
-    const HostRun shown = run("show tree");
+    // The rows and purchase lines of the tree "show tree" printed (it runs last).
+    auto shape = [](const HostRun& r) {
+        long rows = 0, lines = 0;
+        for (const std::string& line : Lines(r.out)) {
+            rows += line.rfind("0\t", 0) == 0 || line.rfind("1\t", 0) == 0;
+            lines += line.rfind("0\t", 0) == 0;
+        }
+        return std::make_pair(rows, lines);
+    };
+    auto operation = [&](const HostRun& with, const HostRun& without, const std::string& name) {
+        std::map<std::string, long> after = counts(with), before = counts(without);
+        return after[name] - before[name];
+    };
+    const HostRun shown = run({});
     ASSERT_EQ(0, shown.status) << shown.err;
-    long rows = 0;
-    for (const std::string& line : Lines(shown.out)) rows += line.rfind("0\t", 0) == 0 || line.rfind("1\t", 0) == 0;
-    ASSERT_GT(rows, 40);
+    const auto [R, G] = shape(shown);
+    ASSERT_GT(R, 40);
     std::map<std::string, long> first = counts(shown);
-    EXPECT_EQ(rows, first["Tree::CreateNode"]);
-    EXPECT_EQ(rows, first["Tree::InsertNode"]);
+    EXPECT_EQ(R, first["Tree::CreateNode"]) << "the first display: one node per row";
+    EXPECT_EQ(R, first["Tree::InsertNode"]);
     EXPECT_EQ(0, first["UF_ATTR_assign"]) << "the first display writes nothing";
 
-    const HostRun saved = run("press button0");
+    const HostRun saved = run({"press button0"});
     ASSERT_EQ(0, saved.status) << saved.err;
-    std::map<std::string, long> save = counts(saved);
-    EXPECT_EQ(12 * rows, save["UF_ATTR_assign"]);
-    EXPECT_EQ(12 * rows, save["UF_MODL_update"]);
-    EXPECT_EQ(11 + 1, save["NXObject::SetUserAttribute"]);
-    EXPECT_EQ(first["Tree::CreateNode"], save["Tree::CreateNode"]) << "the save builds nothing";
+    EXPECT_EQ(12 * R, operation(saved, shown, "UF_ATTR_assign")) << "twelve columns of every row";
+    EXPECT_EQ(12 * R, operation(saved, shown, "UF_MODL_update")) << "an update after each";
+    EXPECT_EQ(11 + 1, operation(saved, shown, "NXObject::SetUserAttribute")) << "the head and the marker";
+    EXPECT_EQ(0, operation(saved, shown, "Tree::CreateNode")) << "the save builds nothing";
+
+    const HostRun exported = run({"folder C:\\out", "press button01"});
+    ASSERT_EQ(0, exported.status) << exported.err;
+    EXPECT_EQ(12 * R, operation(exported, shown, "UF_ATTR_assign")) << "the export saves first";
+    EXPECT_EQ(12 * R + 11 * G, operation(exported, shown, "Node::GetColumnDisplayText"))
+        << "the save's twelve cells of every row, then eleven of every purchase line for the sheet";
+
+    const HostRun grouped = run({"answer-selection ok 1011 1012", "press button04"});
+    ASSERT_EQ(0, grouped.status) << grouped.err;
+    const auto [R1, G1] = shape(grouped);
+    EXPECT_EQ(2, operation(grouped, shown, "NXObject::SetUserAttribute")) << "the two bodies chosen";
+    EXPECT_EQ(G, operation(grouped, shown, "Tree::DeleteNode")) << "each line of the old tree";
+    EXPECT_EQ(R1, operation(grouped, shown, "Tree::CreateNode")) << "each row of the new tree";
+
+    // Line 018 of the rebuilt tree is the new group (1011 and 1012): its body and two body rows.
+    const HostRun dissolved = run({"answer-selection ok 1011 1012", "press button04", "menu 18 1"});
+    ASSERT_EQ(0, dissolved.status) << dissolved.err;
+    const auto [R2, G2] = shape(dissolved);
+    EXPECT_EQ(1 + 2, operation(dissolved, grouped, "NXObject::DeleteUserAttribute"));
+    EXPECT_EQ(G1, operation(dissolved, grouped, "Tree::DeleteNode"));
+    EXPECT_EQ(R2, operation(dissolved, grouped, "Tree::CreateNode"));
+    EXPECT_EQ(G, G2) << "the tree is as it was before the group";
 }
 
 TEST(RunnerNxCalls, TextListsTheCountsWithTheirSum) {

@@ -90,6 +90,7 @@ struct PartBody {
     bool blanked = false;
     std::vector<double> at = {0, 0, 0};
     std::vector<double> rotate = {0, 0, 0};
+    std::vector<unsigned> faces = {};  // tags of faces a selection may name
 };
 
 inline Json Utf8(const Json& value)
@@ -115,6 +116,7 @@ inline std::string PartJson(const std::vector<PartBody>& bodies, int workLayer =
     for (const PartBody& b : bodies) {
         Json body = {{"tag", b.tag}, {"layer", b.layer}, {"color", b.color}, {"blanked", b.blanked},
                      {"solid", b.solid}, {"at", b.at}, {"rotate", b.rotate}};
+        if (!b.faces.empty()) body["faces"] = b.faces;
         Json bodyAttributes = Json::object();
         for (const auto& [title, value] : b.attributes)
             bodyAttributes[host::GbkToUtf8(title)] = Utf8(value);

@@ -58,6 +58,20 @@ class PartImpl;
 // The density of every body: steel, 7.85 g/cm^3 in kg/mm^3, NX's unit for a millimetre part.
 constexpr double kSteelDensity = 7.85e-6;
 
+class BodyImpl;
+
+// A face or an edge of a body, as far as a part file names them: an object with a tag that a
+// designer can pick in a selection dialog, which is not a body.
+class TopologyImpl : public NXOpen::DisplayableObject {
+public:
+    TopologyImpl(BodyImpl* owner, int solidSubtype, tag_t tag) : body(owner), subtype(solidSubtype), fileTag(tag) {}
+    ~TopologyImpl() override = default;
+
+    BodyImpl* body;    // borrowed: the body owns its faces and edges
+    const int subtype;  // UF_solid_face_subtype or UF_solid_edge_subtype
+    const tag_t fileTag;
+};
+
 class BodyImpl : public NXOpen::Body, public ObjectData {
 public:
     // Bodies are made only when a part file is read, in part order: a body keeps its place.
@@ -73,6 +87,8 @@ public:
     bool highlighted = false;
     Solid solid;
     Placement placement;
+    std::vector<std::unique_ptr<TopologyImpl>> faces;  // as the part file names them
+    std::vector<std::unique_ptr<TopologyImpl>> edges;
 };
 
 class LayerManagerImpl : public NXOpen::Layer::LayerManager {

@@ -203,6 +203,19 @@ NXOpen::Body* FindBody(unsigned int tag) {
     return part == nullptr ? nullptr : part->FindBody(tag);
 }
 
+NXOpen::TaggedObject* WorkPartObject(unsigned int tag, int* type, int* subtype) {
+    if (NXOpen::Body* body = FindBody(tag)) {
+        if (type) *type = UF_solid_type;
+        if (subtype) *subtype = UF_solid_body_subtype;
+        return body;
+    }
+    auto* topology = dynamic_cast<core::TopologyImpl*>(Tags::Find(tag));
+    if (topology == nullptr || topology->body->part != core::WorkPartImpl()) return nullptr;
+    if (type) *type = UF_solid_type;
+    if (subtype) *subtype = topology->subtype;
+    return topology;
+}
+
 std::vector<unsigned int> HighlightedBodies() {
     std::vector<unsigned int> tags;
     if (core::PartImpl* part = core::WorkPartImpl()) {
@@ -346,6 +359,9 @@ int UF_OBJ_ask_type_and_subtype(tag_t object_id, int* type, int* subtype) {
     if (dynamic_cast<BodyImpl*>(object) != nullptr) {
         *type = UF_solid_type;
         *subtype = UF_solid_body_subtype;
+    } else if (const auto* topology = dynamic_cast<TopologyImpl*>(object)) {
+        *type = UF_solid_type;
+        *subtype = topology->subtype;
     } else if (dynamic_cast<PartImpl*>(object) != nullptr) {
         *type = 2;
         *subtype = 0;

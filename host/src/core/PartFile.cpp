@@ -20,6 +20,8 @@
 
 #include <nlohmann/json.hpp>
 
+#include <uf_object_types.h>
+
 #include "Driver.hpp"
 #include "HostSession.hpp"
 #include "core/Core.hpp"
@@ -227,6 +229,14 @@ public:
                 if (!seen.second)
                     Fail(path + ".tag", std::to_string(seen.first->first) + " is also the tag of " +
                                             Element("bodies", seen.first->second));
+                for (const auto* list : {&part->bodies.back()->faces, &part->bodies.back()->edges}) {
+                    for (const auto& object : *list) {
+                        auto again = tags.emplace(object->fileTag, i);
+                        if (!again.second)
+                            Fail(path, std::to_string(object->fileTag) + " is the tag of a face or edge and also of " +
+                                           Element("bodies", again.first->second) + " or one of its faces or edges");
+                    }
+                }
             }
         }
         return part;
@@ -432,7 +442,8 @@ private:
 
     std::unique_ptr<BodyImpl> ReadBody(const Json& entry, const std::string& path, PartImpl* part) const {
         if (!entry.is_object()) Fail(path, "must be an object");
-        Keys(entry, path, {"tag", "name", "layer", "color", "blanked", "highlighted", "attributes", "solid", "at", "rotate"});
+        Keys(entry, path, {"tag", "name", "layer", "color", "blanked", "highlighted", "attributes", "solid", "at", "rotate",
+                           "faces", "edges"});
         auto body = std::make_unique<BodyImpl>(part, part->bodies.size());
         body->fileTag = static_cast<tag_t>(Integer(Required(entry, path, "tag"), Member(path, "tag"), 1, kLastFileTag));
         if (entry.contains("name")) body->name = Text(entry["name"], Member(path, "name"));
@@ -444,7 +455,19 @@ private:
         body->solid = ReadSolid(Required(entry, path, "solid"), Member(path, "solid"));
         if (entry.contains("at")) body->placement.at = Triple(entry["at"], Member(path, "at"));
         if (entry.contains("rotate")) body->placement.rotate = Triple(entry["rotate"], Member(path, "rotate"));
+        if (entry.contains("faces")) ReadTopology(entry["faces"], Member(path, "faces"), body.get(), UF_solid_face_subtype, body->faces);
+        if (entry.contains("edges")) ReadTopology(entry["edges"], Member(path, "edges"), body.get(), UF_solid_edge_subtype, body->edges);
         return body;
+    }
+
+    // "faces" or "edges": the tags of a body's faces or edges, which a selection answer may name.
+    void ReadTopology(const Json& entry, const std::string& path, core::BodyImpl* body, int subtype,
+                      std::vector<std::unique_ptr<core::TopologyImpl>>& into) const {
+        if (!entry.is_array()) Fail(path, "must be an array of tags");
+        for (size_t i = 0; i < entry.size(); ++i) {
+            const tag_t tag = static_cast<tag_t>(Integer(entry[i], Element(path, i), 1, kLastFileTag));
+            into.push_back(std::make_unique<core::TopologyImpl>(body, subtype, tag));
+        }
     }
 
     core::CylinderSection Section(const Json& entry, const std::string& path) const {
@@ -586,8 +609,18 @@ private:
         out_ << ",\n";
         out_ << indent << "\"solid\": " << Solid(body.solid) << ",\n";
         out_ << indent << "\"at\": " << Triple(body.placement.at) << ",\n";
-        out_ << indent << "\"rotate\": " << Triple(body.placement.rotate) << "\n";
-        out_ << "    }";
+        out_ << indent << "\"rotate\": " << Triple(body.placement.rotate);
+        WriteTopology("faces", body.faces, indent);
+        WriteTopology("edges", body.edges, indent);
+        out_ << "\n    }";
+    }
+
+    // Faces and edges are written only for a body that has some.
+    void WriteTopology(const char* key, const std::vector<std::unique_ptr<core::TopologyImpl>>& list, const std::string& indent) {
+        if (list.empty()) return;
+        out_ << ",\n" << indent << "\"" << key << "\": [";
+        for (size_t i = 0; i < list.size(); ++i) out_ << (i ? ", " : "") << list[i]->Tag();
+        out_ << "]";
     }
 
     static std::string Solid(const core::Solid& solid) {
@@ -618,7 +651,11 @@ NXOpen::Part* LoadWorkPart(const std::string& path) {
     std::unique_ptr<PartImpl> part = Loader(path).Load();
     core::SessionState& state = core::State();
     state.workPart.reset();  // frees the old bodies' tags, which the new part may reuse
-    for (const auto& body : part->bodies) Tags::Assign(body.get(), body->fileTag);
+    for (const auto& body : part->bodies) {
+        Tags::Assign(body.get(), body->fileTag);
+        for (const auto& face : body->faces) Tags::Assign(face.get(), face->fileTag);
+        for (const auto& edge : body->edges) Tags::Assign(edge.get(), edge->fileTag);
+    }
     state.workPart = std::move(part);
     return state.workPart.get();
 }

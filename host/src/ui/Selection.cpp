@@ -1,6 +1,7 @@
 // Selection dialogs: each request is recorded (message, title, scope, action, flags, mask) and
-// answered by the next answer the driver queued; with none queued the designer cancels. The
-// answer is taken as given: the host does not check the objects against the mask.
+// answered by the next answer the driver queued; with none queued the designer cancels. An answer
+// names objects of the work part (bodies, and the faces and edges its part file names); what the
+// dialog's action and mask would not let the designer pick is left out, as in NX.
 #include <algorithm>
 #include <stdexcept>
 
@@ -8,6 +9,9 @@
 #include <NXOpen/NXObject.hxx>
 #include <NXOpen/Selection.hxx>
 #include <NXOpen/UI.hxx>
+
+#include <uf_object_types.h>
+#include <uf_ui_types.h>
 
 #include "HostSession.hpp"
 #include "ui/Ui.hpp"
@@ -22,6 +26,36 @@ public:
     tag_t tag = Tags::Reserve();
 };
 
+// Whether a mask triple takes the object: the type, then for solids the subtype (0: any) and the
+// solid's kind (UF_UI_SEL_FEATURE_*: any body, a solid body, a face, an edge).
+bool Matches(const Selection::MaskTriple& mask, int type, int subtype) {
+    if (mask.Type != type) return false;
+    if (type != UF_solid_type) return mask.Subtype == 0 || mask.Subtype == subtype;
+    if (mask.Subtype != 0 && mask.Subtype != subtype) return false;
+    switch (subtype) {
+    case UF_solid_body_subtype:
+        return mask.SolidBodySubtype == UF_UI_SEL_FEATURE_BODY || mask.SolidBodySubtype == UF_UI_SEL_FEATURE_SOLID_BODY;
+    case UF_solid_face_subtype: return mask.SolidBodySubtype == UF_UI_SEL_FEATURE_ANY_FACE;
+    case UF_solid_edge_subtype: return mask.SolidBodySubtype == UF_UI_SEL_FEATURE_ANY_EDGE;
+    default: return false;
+    }
+}
+
+// Whether the designer could pick the object in the dialog, by its action and mask.
+bool Selectable(const SelectionRequest& request, NXOpen::TaggedObject* object) {
+    int type = 0, subtype = 0;
+    host::WorkPartObject(object->Tag(), &type, &subtype);
+    const bool inMask = std::any_of(request.masks.begin(), request.masks.end(),
+                                    [&](const Selection::MaskTriple& m) { return Matches(m, type, subtype); });
+    switch (request.action) {
+    case Selection::SelectionActionEnableSpecific:
+    case Selection::SelectionActionClearAndEnableSpecific: return inMask;
+    case Selection::SelectionActionDisableSpecific:
+    case Selection::SelectionActionAllAndDisableSpecific: return !inMask;
+    default: return true;
+    }
+}
+
 Selection::Response Ask(SelectionRequest request, std::vector<NXOpen::TaggedObject*>& objects) {
     UiState& s = State();
     s.requests.push_back(std::move(request));
@@ -33,7 +67,8 @@ Selection::Response Ask(SelectionRequest request, std::vector<NXOpen::TaggedObje
     Answer answer = s.answers.front();
     s.answers.erase(s.answers.begin());
     if (answer.response != Selection::ResponseBack && answer.response != Selection::ResponseCancel) {
-        objects = BodiesWithTags(answer.tags);
+        for (NXOpen::TaggedObject* object : PickedObjects(answer.tags))
+            if (Selectable(s.requests.back(), object)) objects.push_back(object);
     }
     return answer.response;
 }
@@ -54,6 +89,17 @@ SelectionRequest Request(const std::string& message, const std::string& title, S
 
 }  // namespace
 
+std::vector<NXOpen::TaggedObject*> PickedObjects(const std::vector<unsigned int>& tags) {
+    std::vector<NXOpen::TaggedObject*> objects;
+    for (unsigned int tag : tags) {
+        NXOpen::TaggedObject* object = host::WorkPartObject(tag);
+        if (object == nullptr)
+            throw std::invalid_argument("no body, face or edge of the work part has tag " + std::to_string(tag));
+        objects.push_back(object);
+    }
+    return objects;
+}
+
 std::vector<NXOpen::TaggedObject*> BodiesWithTags(const std::vector<unsigned int>& tags) {
     std::vector<NXOpen::TaggedObject*> bodies;
     for (unsigned int tag : tags) {
@@ -69,7 +115,7 @@ std::vector<NXOpen::TaggedObject*> BodiesWithTags(const std::vector<unsigned int
 namespace host {
 
 void QueueSelectionAnswer(NXOpen::Selection::Response response, const std::vector<unsigned int>& tags) {
-    if (WorkPart() != nullptr) ui::BodiesWithTags(tags);
+    if (WorkPart() != nullptr) ui::PickedObjects(tags);
     ui::State().answers.push_back(ui::Answer{response, tags});
 }
 

@@ -338,5 +338,8 @@ UiState& State();
 
 // The work part's bodies with these tags, in order; std::invalid_argument names a tag that is not one.
 std::vector<NXOpen::TaggedObject*> BodiesWithTags(const std::vector<unsigned int>& tags);
+// The bodies, faces and edges of the work part with these tags, in order; throws
+// std::invalid_argument naming a tag that is none of them.
+std::vector<NXOpen::TaggedObject*> PickedObjects(const std::vector<unsigned int>& tags);
 
 }  // namespace host::ui
