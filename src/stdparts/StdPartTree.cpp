@@ -29,15 +29,6 @@ void AddNodeBody(NXOpen::BlockStyler::Node* node, NXOpen::Body* body)
     delete data;
 }
 
-// The last child of node, NULL when it has none.
-NXOpen::BlockStyler::Node* LastChild(NXOpen::BlockStyler::Node* node)
-{
-    NXOpen::BlockStyler::Node* last = NULL;
-    for (NXOpen::BlockStyler::Node* child = node->FirstChildNode(); child != NULL; child = child->NextSiblingNode())
-        last = child;
-    return last;
-}
-
 // A node rebuilt from its record: columns 1 to 12, the body, and the modification colour when
 // column 11 reads "改模".
 void FillRestoredNode(NXOpen::BlockStyler::Node* node, const NodeParam& record, int modifyColour)
@@ -184,9 +175,9 @@ NXOpen::BlockStyler::Node* Vornadel::CreateStdPartNode(NXOpen::BlockStyler::Node
 {
     NXOpen::BlockStyler::Node* child = tree_control0->CreateNode(groupNode->DisplayText());
     // Every child has the group's display text, and NX places a node inserted with Sort and no
-    // after-node by that text: it is put after the group's last child instead (the option is then
-    // ignored), so the group's own body comes first and the others follow in order.
-    tree_control0->InsertNode(child, groupNode, LastChild(groupNode), NXOpen::BlockStyler::Tree::NodeInsertOptionSort);
+    // after-node after the siblings of equal text: after the group's last child, so the group's
+    // own body comes first and the others follow in order.
+    tree_control0->InsertNode(child, groupNode, NULL, NXOpen::BlockStyler::Tree::NodeInsertOptionSort);
     for (int i = 0; i < 12; ++i)
         child->SetColumnDisplayText(kColumnOrder[i], groupNode->GetColumnDisplayText(kColumnOrder[i]));
     AddNodeBody(child, body);
