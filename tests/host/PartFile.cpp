@@ -1,6 +1,7 @@
 // Part files: the canonical form round-trips byte for byte, other spellings load to the same
 // model, a save writes what the plug-in changed, and every malformed file gives a message that
 // names the file and the place, leaving the session as it was.
+#include <cstdio>
 #include <filesystem>
 #include <string>
 
@@ -324,6 +325,51 @@ TEST_F(PartFile, DuplicateTagIsRefused) {
                                    "]}"),
                          "bad.part.json: bodies[1].tag: 7 is also the tag of bodies[0]"))
         << "host: tags are unique";
+}
+
+// Bodies are read while the text is parsed, one at a time; what the file gets wrong is still
+// reported in the order of the checks: the whole text, the part's own members, then the bodies.
+TEST_F(PartFile, ABodysFaultComesAfterThePartsOwn) {
+    const std::string bad = u8R"({"tag": 1, "layer": 300, "color": 1, "solid": {"shape": "box", "x": 1, "y": 1, "z": 1}})";
+    EXPECT_TRUE(Contains(LoadError(u8R"({"bodies": [)" + bad + u8R"(], "format": "vornadel-part/2", "leaf": "A"})"),
+                         "bad.part.json: format: \"vornadel-part/2\" is not \"vornadel-part/1\""))
+        << "host: the format is checked before the bodies, wherever the file puts them";
+    EXPECT_TRUE(Contains(LoadError(u8R"({"bodies": [)" + bad + u8R"(], "format": "vornadel-part/1", "leaf": "A", })"),
+                         "bad.part.json:1:"))
+        << "host: a syntax error after the bodies comes first";
+    EXPECT_TRUE(Contains(LoadError(u8R"({"format": "vornadel-part/1", "leaf": "A", "bodies": [)" + bad + "]}"),
+                         "bad.part.json: bodies[0].layer: 300 is outside 1..256"));
+}
+
+TEST_F(PartFile, AFaultInALaterBodyNamesThatBody) {
+    auto body = [](int tag, const std::string& attributes) {
+        return u8R"({"tag": )" + std::to_string(tag) + u8R"(, "layer": 1, "color": 1, "attributes": {)" + attributes +
+               u8R"(}, "solid": {"shape": "box", "x": 1, "y": 1, "z": 1}})";
+    };
+    const std::string head = u8R"({"format": "vornadel-part/1", "leaf": "A", "bodies": [)";
+    EXPECT_TRUE(Contains(LoadError(head + body(1, "") + ", " + body(2, "") + ", " + body(3, u8R"("名称": "a", "名称": "b")") + "]}"),
+                         u8"bad.part.json: bodies[2].attributes[\"名称\"]: the key appears twice"));
+    EXPECT_TRUE(Contains(LoadError(head + body(1, "") + ", 5, " + body(3, "") + "]}"), "bad.part.json: bodies[1]: must be an object"));
+    EXPECT_TRUE(Contains(LoadError(head + body(1, "") + ", " + body(2, "") + ", " + body(1, "") + "]}"),
+                         "bad.part.json: bodies[2].tag: 1 is also the tag of bodies[0]"));
+    EXPECT_TRUE(Contains(LoadError(u8R"({"format": "vornadel-part/1", "leaf": "A", "bodies": {"tag": 1}})"),
+                         "bad.part.json: bodies: must be an array of bodies"));
+}
+
+TEST_F(PartFile, TheBodiesOfTheFileAreCountedBeforeTheyAreRead) {
+    const std::string box = u8R"({"tag": %d, "layer": 1, "color": 1, "attributes": {"[{": "{["}, "solid": {"shape": "box", "x": 1, "y": 1, "z": 1}})";
+    std::string bodies;
+    for (int tag = 1; tag <= 3; ++tag) {
+        char text[256];
+        std::snprintf(text, sizeof text, box.c_str(), tag);
+        bodies += (tag > 1 ? ", " : "") + std::string(text);
+    }
+    LoadPart(u8R"({"format": "vornadel-part/1", "leaf": "A[{", "attributes": {"bodies": "[{\\\"{"}, "bodies": [)" + bodies +
+                 "]}",
+             "count.part.json");
+    EXPECT_EQ(3L, host::CurrentActivity().bodiesInFile.load()) << "host: brackets and keys inside texts are not counted";
+    EXPECT_EQ(3L, host::CurrentActivity().bodiesLoaded.load());
+    for (unsigned int tag : {1u, 2u, 3u}) EXPECT_NE(nullptr, Body(tag)) << tag;
 }
 
 TEST_F(PartFile, FacesAndEdgesAreKeptAndSavedWithTheirBody) {

@@ -9,9 +9,13 @@
 #include <cstdio>
 #include <cstring>
 #include <filesystem>
+#include <exception>
 #include <fstream>
+#include <iterator>
+#include <functional>
 #include <map>
 #include <sstream>
+#include <string_view>
 
 #ifdef _WIN32
 #include <windows.h>
@@ -69,9 +73,14 @@ std::string Show(const Json& value) {
 
 // Builds the document from the parser's events. It refuses a key that an object repeats (JSON
 // allows it; keeping one of the values would lose data) and keeps where the parser stopped on an
-// error, a number too large for a double included.
+// error, a number too large for a double included. Each element of the top-level "bodies" array
+// goes to the body handler as soon as it is complete and is not kept: a mould's document never
+// holds more than one body (the array stays, empty).
 class DocumentBuilder : public nlohmann::json_sax<Json> {
 public:
+    using BodyHandler = std::function<void(Json& body, size_t index)>;
+    explicit DocumentBuilder(BodyHandler onBody) : onBody_(std::move(onBody)) {}
+
     bool null() override { return Add(Json()); }
     bool boolean(bool value) override { return Add(Json(value)); }
     bool number_integer(number_integer_t value) override { return Add(Json(value)); }
@@ -112,7 +121,18 @@ private:
         std::string key;
     };
 
+    // Inside the top-level "bodies" array, directly.
+    bool InBodies() const {
+        return frames_.size() == 2 && frames_[0].key == "bodies" && frames_[1].value->is_array();
+    }
+
+    void HandBody(Json& body) { onBody_(body, bodiesSeen_++); }
+
     bool Add(Json value) {
+        if (InBodies() && !value.is_structured()) {
+            HandBody(value);
+            return true;
+        }
         if (frames_.empty()) {
             root_ = std::move(value);
         } else if (frames_.back().value->is_array()) {
@@ -136,6 +156,10 @@ private:
 
     bool Close() {
         frames_.pop_back();
+        if (InBodies()) {
+            HandBody(frames_.back().value->back());
+            frames_.back().value->erase(frames_.back().value->size() - 1);
+        }
         return true;
     }
 
@@ -144,11 +168,15 @@ private:
         std::string path;
         for (size_t i = 0; i + 1 < frames_.size(); ++i) {
             const Frame& frame = frames_[i];
-            path = frame.value->is_array() ? Element(path, frame.value->size() - 1) : Member(path, frame.key);
+            // The bodies array keeps only the body being read.
+            const size_t last = i == 1 && frames_[0].key == "bodies" ? bodiesSeen_ : frame.value->size() - 1;
+            path = frame.value->is_array() ? Element(path, last) : Member(path, frame.key);
         }
         return path;
     }
 
+    BodyHandler onBody_;
+    size_t bodiesSeen_ = 0;
     Json root_;
     std::vector<Frame> frames_;
     std::string duplicate_;
@@ -161,25 +189,48 @@ private:
 // an arbitrarily deep document.
 constexpr size_t kMaxDepth = 100;
 
-// The byte count (1 for the first byte) of the array or object that opens level kMaxDepth + 1;
-// 0 when the text nests no deeper than kMaxDepth. Brackets inside strings do not count.
-size_t TooDeep(const std::string& text) {
+// What a first pass over the text finds before it is parsed.
+struct Outline {
+    // The byte count (1 for the first byte) of the array or object that opens level
+    // kMaxDepth + 1; 0 when the text nests no deeper than kMaxDepth.
+    size_t tooDeepAt = 0;
+    // The objects in the top-level "bodies" array: the progress line counts towards it.
+    long bodies = 0;
+};
+
+// Brackets inside strings do not count.
+Outline Survey(const std::string& text) {
+    Outline outline;
     size_t depth = 0;
     bool inString = false;
+    size_t stringStart = 0;  // of the last string at depth 1
+    std::string_view lastString, key;
+    bool inBodies = false;
     for (size_t i = 0; i < text.size(); ++i) {
         const char c = text[i];
         if (inString) {
             if (c == '\\') ++i;
-            else if (c == '"') inString = false;
+            else if (c == '"') {
+                inString = false;
+                if (depth == 1) lastString = std::string_view(text).substr(stringStart, i - stringStart);
+            }
         } else if (c == '"') {
             inString = true;
+            stringStart = i + 1;
+        } else if (c == ':' && depth == 1) {
+            key = lastString;
         } else if (c == '[' || c == '{') {
-            if (++depth > kMaxDepth) return i + 1;
+            if (++depth > kMaxDepth) {
+                outline.tooDeepAt = i + 1;
+                return outline;
+            }
+            if (depth == 2) inBodies = c == '[' && key == "bodies";
+            if (depth == 3 && c == '{' && inBodies) ++outline.bodies;
         } else if ((c == ']' || c == '}') && depth > 0) {
             --depth;
         }
     }
-    return 0;
+    return outline;
 }
 
 // ---------------------------------------------------------------------------------------------
@@ -190,7 +241,35 @@ public:
     explicit Loader(const std::string& file) : file_(file) {}
 
     std::unique_ptr<PartImpl> Load() {
-        const Json root = Parse(Read());
+        auto part = std::make_unique<PartImpl>();
+        // Bodies are read while the text is parsed; the first body that fails is reported where
+        // the file's order of checks reaches the bodies.
+        std::map<long long, size_t> tags;
+        std::exception_ptr bodyError;
+        Activity& activity = CurrentActivity();
+        auto readBody = [&](const Json& entry, size_t i) {
+            if (bodyError) return;
+            try {
+                std::string path = Element("bodies", i);
+                part->bodies.push_back(ReadBody(entry, path, part.get()));
+                activity.bodiesLoaded = static_cast<long>(i + 1);
+                auto seen = tags.emplace(part->bodies.back()->fileTag, i);
+                if (!seen.second)
+                    Fail(path + ".tag", std::to_string(seen.first->first) + " is also the tag of " +
+                                            Element("bodies", seen.first->second));
+                for (const auto* list : {&part->bodies.back()->faces, &part->bodies.back()->edges}) {
+                    for (const auto& object : *list) {
+                        auto again = tags.emplace(object->fileTag, i);
+                        if (!again.second)
+                            Fail(path, std::to_string(object->fileTag) + " is the tag of a face or edge and also of " +
+                                           Element("bodies", again.first->second) + " or one of its faces or edges");
+                    }
+                }
+            } catch (const PartFileError&) {
+                bodyError = std::current_exception();
+            }
+        };
+        const Json root = Parse(Read(), readBody);
         if (!root.is_object()) Fail("", "the file must hold one JSON object");
         Keys(root, "", {"format", "leaf", "attributes", "work_layer", "layer_states", "mass_props", "bodies"});
 
@@ -198,7 +277,6 @@ public:
         if (!format.is_string() || format.get<std::string>() != kFormat)
             Fail("format", Show(format) + " is not \"" + kFormat + "\"");
 
-        auto part = std::make_unique<PartImpl>();
         part->leaf = Text(Required(root, "", "leaf"), "leaf");
         if (part->leaf.empty()) Fail("leaf", "the leaf name is empty");
         CheckLeafIsAFileName(root["leaf"].get<std::string>());
@@ -216,28 +294,8 @@ public:
         }
 
         if (root.contains("bodies")) {
-            const Json& bodies = root["bodies"];
-            if (!bodies.is_array()) Fail("bodies", "must be an array of bodies");
-            std::map<long long, size_t> tags;
-            Activity& activity = CurrentActivity();
-            activity.bodiesInFile = static_cast<long>(bodies.size());
-            for (size_t i = 0; i < bodies.size(); ++i) {
-                std::string path = Element("bodies", i);
-                part->bodies.push_back(ReadBody(bodies[i], path, part.get()));
-                activity.bodiesLoaded = static_cast<long>(i + 1);
-                auto seen = tags.emplace(part->bodies.back()->fileTag, i);
-                if (!seen.second)
-                    Fail(path + ".tag", std::to_string(seen.first->first) + " is also the tag of " +
-                                            Element("bodies", seen.first->second));
-                for (const auto* list : {&part->bodies.back()->faces, &part->bodies.back()->edges}) {
-                    for (const auto& object : *list) {
-                        auto again = tags.emplace(object->fileTag, i);
-                        if (!again.second)
-                            Fail(path, std::to_string(object->fileTag) + " is the tag of a face or edge and also of " +
-                                           Element("bodies", again.first->second) + " or one of its faces or edges");
-                    }
-                }
-            }
+            if (!root["bodies"].is_array()) Fail("bodies", "must be an array of bodies");
+            if (bodyError) std::rethrow_exception(bodyError);
         }
         return part;
     }
@@ -252,15 +310,29 @@ private:
         if (std::filesystem::is_directory(std::filesystem::u8path(file_), ignored)) throw PartFileError(file_ + ": cannot be read: it is a folder");
         std::ifstream in(std::filesystem::u8path(file_), std::ios::binary);
         if (!in) throw PartFileError(file_ + ": cannot be read: " + std::strerror(errno));
-        std::ostringstream bytes;
-        bytes << in.rdbuf();
-        return bytes.str();
+        // Read at once into a string of the file's size, not grown a piece at a time.
+        std::string bytes;
+        in.seekg(0, std::ios::end);
+        const std::streamoff size = in.tellg();
+        in.seekg(0, std::ios::beg);
+        if (size > 0) {
+            bytes.resize(static_cast<size_t>(size));
+            in.read(&bytes[0], size);
+            bytes.resize(static_cast<size_t>(in.gcount()));
+        } else {  // no size to ask (a pipe): read to the end
+            in.clear();
+            bytes.assign(std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>());
+        }
+        if (in.bad()) throw PartFileError(file_ + ": cannot be read: " + std::strerror(errno));
+        return bytes;
     }
 
-    Json Parse(const std::string& text) const {
-        if (size_t position = TooDeep(text))
-            FailAt(text, position, "arrays and objects nested deeper than " + std::to_string(kMaxDepth) + " levels");
-        DocumentBuilder builder;
+    Json Parse(const std::string& text, const DocumentBuilder::BodyHandler& onBody) const {
+        const Outline outline = Survey(text);
+        if (outline.tooDeepAt != 0)
+            FailAt(text, outline.tooDeepAt, "arrays and objects nested deeper than " + std::to_string(kMaxDepth) + " levels");
+        CurrentActivity().bodiesInFile = outline.bodies;
+        DocumentBuilder builder(onBody);
         if (!Json::sax_parse(text, &builder)) {
             if (!builder.Duplicate().empty()) Fail(builder.Duplicate(), "the key appears twice");
             FailAt(text, builder.ErrorPosition(), Reason(builder.Error()));
@@ -382,6 +454,7 @@ private:
     // "title": "text" | {"integer": n} | {"real": x} | {"boolean": b} | {"time": "text"} | null
     void ReadAttributes(const Json& attributes, const std::string& path, core::AttributeList& list) const {
         if (!attributes.is_object()) Fail(path, "must be an object of attributes");
+        list.Reserve(attributes.size());
         for (auto it = attributes.begin(); it != attributes.end(); ++it) {
             std::string place = Member(path, it.key());
             Attribute a;
