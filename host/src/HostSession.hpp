@@ -62,6 +62,8 @@ public:
     static void Release(NXOpen::TaggedObject* obj);
     // The object with this tag, or NULL.
     static NXOpen::TaggedObject* Find(tag_t tag);
+    // The tag of obj, as TaggedObject::Tag gives it; Find looks this object up first.
+    static tag_t Asked(const NXOpen::TaggedObject* obj);
 };
 
 // The NX environment's value of name (GBK), or nothing when it is not defined.

@@ -134,6 +134,34 @@ TEST_F(Attributes, GetUserAttributesListsThemInCreationOrder) {
     EXPECT_STREQ("数量", all[2].Title.GetLocaleText()) << "host: in the order they were created";
 }
 
+// An object keeps the titles of its first attributes in itself and the rest beside: a long list,
+// with attributes removed from both parts and from the middle, keeps its order and its values.
+TEST_F(Attributes, AListLongerThanADozenKeepsOrderAndValuesThroughRemovals) {
+    NXOpen::Body* body = Body(1003);  // no attributes in the part file
+    for (int i = 0; i < 24; ++i)
+        body->SetUserAttribute(("t" + std::to_string(i)).c_str(), -1, ("v" + std::to_string(i)).c_str(), Update::OptionNow);
+    body->SetUserAttribute("t5", -1, 55, Update::OptionNow);  // replaced in its place, type included
+    body->DeleteUserAttribute(NXObject::AttributeTypeString, "t2", true, Update::OptionNow);
+    body->DeleteUserAttribute(NXObject::AttributeTypeString, "t20", true, Update::OptionNow);
+    body->DeleteUserAttribute(NXObject::AttributeTypeString, "t16", true, Update::OptionNow);
+    std::vector<NXObject::AttributeInformation> all = body->GetUserAttributes();
+    std::string order;
+    for (const auto& a : all) order += std::string(a.Title.GetLocaleText()) + " ";
+    EXPECT_EQ("t0 t1 t3 t4 t5 t6 t7 t8 t9 t10 t11 t12 t13 t14 t15 t17 t18 t19 t21 t22 t23 ", order);
+    EXPECT_EQ(55, body->GetIntegerUserAttribute("t5", -1));
+    EXPECT_STREQ("v17", body->GetStringUserAttribute("t17", -1).GetLocaleText());
+    EXPECT_STREQ("v23", body->GetStringUserAttribute("t23", -1).GetLocaleText());
+    EXPECT_FALSE(body->HasUserAttribute("t16", NXObject::AttributeTypeAny, -1));
+
+    body->DeleteUserAttributes(NXObject::AttributeTypeString, Update::OptionNow);
+    all = body->GetUserAttributes();
+    ASSERT_EQ(1u, all.size()) << "the integer stays";
+    EXPECT_STREQ("t5", all[0].Title.GetLocaleText());
+    body->SetUserAttribute("t23", -1, "again", Update::OptionNow);
+    EXPECT_STREQ("again", body->GetStringUserAttribute("t23", -1).GetLocaleText());
+    EXPECT_EQ(2u, body->GetUserAttributes().size());
+}
+
 TEST_F(Attributes, BooleanTimeAndNullAttributesKeepTheirTypes) {
     body_->SetBooleanUserAttribute("已检查", -1, true, Update::OptionNow);
     body_->SetTimeUserAttribute("检查时间", -1, "07-Mar-2024 09:05", Update::OptionNow);

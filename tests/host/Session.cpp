@@ -1,6 +1,8 @@
 // The session: the singleton, the work part, model-update counting, the user-function start-up
 // calls, the listing window and tags.
 #include <cstring>
+#include <memory>
+#include <vector>
 
 #include <gtest/gtest.h>
 
@@ -12,6 +14,7 @@
 #include <uf_modl.h>
 
 #include "CoreFixture.hpp"
+#include "HostSession.hpp"
 
 namespace {
 
@@ -105,6 +108,28 @@ TEST_F(Session, ObjectsOtherThanBodiesHaveTagsAboveEveryBodyTag) {
     NXOpen::Part* part = LoadSmallMould();
     EXPECT_GE(part->Tag(), 0x80000000u) << "host choice: fresh tags count up from 2^31";
     EXPECT_NE(part->Tag(), NXOpen::Session::GetSession()->Tag()) << "NX: every object has its own tag";
+}
+
+// The tag table: thousands of objects made and released in any order are each found by their
+// tag until released, and a released tag finds nothing, also right after Tag() was asked of it.
+TEST_F(Session, TagsFindTheirObjectsThroughManyReleases) {
+    struct Object : NXOpen::TaggedObject {};
+    std::vector<std::unique_ptr<Object>> objects;
+    for (int i = 0; i < 5000; ++i) objects.push_back(std::make_unique<Object>());
+    for (int i = 0; i < 300; ++i) host::Tags::Assign(objects[i].get(), 7000 + 64 * i);  // tags of a part file
+    std::vector<tag_t> released;
+    for (size_t i = 0; i < objects.size(); i += 3) {
+        released.push_back(objects[i]->Tag());
+        objects[i].reset();
+    }
+    for (size_t i = 0; i < objects.size(); ++i) {
+        if (objects[i] == nullptr) continue;
+        ASSERT_EQ(objects[i].get(), host::Tags::Find(objects[i]->Tag())) << i;
+    }
+    for (tag_t tag : released) ASSERT_EQ(nullptr, host::Tags::Find(tag)) << tag;
+    const tag_t last = objects[1]->Tag();
+    objects[1].reset();
+    EXPECT_EQ(nullptr, host::Tags::Find(last)) << "host: the object Tag() was asked of last is forgotten with it";
 }
 
 }  // namespace

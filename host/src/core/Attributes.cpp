@@ -3,8 +3,10 @@
 // array) is the only index the host knows.
 #include <cstdio>
 #include <cstdlib>
+#include <cstdint>
 #include <cstring>
 #include <string>
+#include <string_view>
 
 #include <NXOpen/NXException.hxx>
 #include <NXOpen/NXObject.hxx>
@@ -28,34 +30,134 @@ std::string ShortestReal(double value) {
     return text;
 }
 
-const Attribute* AttributeList::Find(const std::string& title, NXObject::AttributeType type) const {
-    for (const Attribute& a : items_)
-        if (a.title == title) return type == NXObject::AttributeTypeAny || a.type == type ? &a : nullptr;
+namespace {
+
+// The session's attribute titles, each with its number; never shrinks (a mould has a few dozen).
+// Every attribute call looks its title up here: the C string is hashed while its length is
+// counted, and the table is open-addressed, so a look-up is one pass over the title and mostly
+// one probe.
+class Titles {
+public:
+    static Titles& Table() {
+        static Titles* table = new Titles;  // never destroyed: parts of static storage may outlive it
+        return *table;
+    }
+
+    // The number of a title, false when no attribute ever had it.
+    bool Find(const char* title, std::uint32_t* number) const {
+        std::uint64_t hash = kFnvOffset;
+        size_t length = 0;
+        for (const unsigned char* c = reinterpret_cast<const unsigned char*>(title); *c != 0; ++c, ++length)
+            hash = (hash ^ *c) * kFnvPrime;
+        return Lookup(std::string_view(title, length), hash, number);
+    }
+
+    std::uint32_t Add(const std::string& title) {
+        std::uint64_t hash = kFnvOffset;
+        for (unsigned char c : title) hash = (hash ^ c) * kFnvPrime;
+        std::uint32_t number;
+        if (Lookup(title, hash, &number)) return number;
+        number = static_cast<std::uint32_t>(texts_.size());
+        texts_.push_back(title);
+        if (2 * texts_.size() > slots_.size()) {
+            std::vector<Slot> old(slots_.size() * 2);
+            old.swap(slots_);
+            for (const Slot& slot : old)
+                if (slot.used) Place(slot);
+        }
+        Place(Slot{hash, number, true});
+        return number;
+    }
+
+    const std::string& Text(std::uint32_t number) const { return texts_[number]; }
+
+private:
+    static constexpr std::uint64_t kFnvOffset = 14695981039346656037ull;  // FNV-1a
+    static constexpr std::uint64_t kFnvPrime = 1099511628211ull;
+
+    struct Slot {
+        std::uint64_t hash = 0;
+        std::uint32_t number = 0;
+        bool used = false;
+    };
+
+    bool Lookup(std::string_view title, std::uint64_t hash, std::uint32_t* number) const {
+        for (size_t i = hash & (slots_.size() - 1); slots_[i].used; i = (i + 1) & (slots_.size() - 1)) {
+            if (slots_[i].hash == hash && texts_[slots_[i].number] == title) {
+                *number = slots_[i].number;
+                return true;
+            }
+        }
+        return false;
+    }
+
+    void Place(const Slot& slot) {
+        size_t i = slot.hash & (slots_.size() - 1);
+        while (slots_[i].used) i = (i + 1) & (slots_.size() - 1);
+        slots_[i] = slot;
+    }
+
+    std::vector<std::string> texts_;  // by number
+    std::vector<Slot> slots_ = std::vector<Slot>(64);  // a power of two, at most half full
+};
+
+}  // namespace
+
+const AttributeValue* AttributeList::Find(const char* title, NXObject::AttributeType type) const {
+    std::uint32_t number;
+    if (!Titles::Table().Find(title, &number)) return nullptr;
+    for (size_t i = 0; i < values_.size(); ++i)
+        if (Title(i) == number)
+            return type == NXObject::AttributeTypeAny || values_[i].type == type ? &values_[i] : nullptr;
     return nullptr;
 }
 
 void AttributeList::Set(const Attribute& attribute) {
-    for (Attribute& a : items_)
-        if (a.title == attribute.title) {
-            a = attribute;
+    const std::uint32_t number = Titles::Table().Add(attribute.title);
+    for (size_t i = 0; i < values_.size(); ++i)
+        if (Title(i) == number) {
+            values_[i] = attribute;
             return;
         }
-    items_.push_back(attribute);
+    if (values_.size() < kInline) inline_[values_.size()] = number;
+    else more_.push_back(number);
+    values_.push_back(attribute);
 }
 
-bool AttributeList::Remove(const std::string& title, NXObject::AttributeType type) {
-    for (auto it = items_.begin(); it != items_.end(); ++it)
-        if (it->title == title) {
-            if (type != NXObject::AttributeTypeAny && it->type != type) return false;
-            items_.erase(it);
+void AttributeList::Erase(size_t i) {
+    for (size_t j = i; j + 1 < values_.size(); ++j) {
+        const std::uint32_t next = Title(j + 1);
+        if (j < kInline) inline_[j] = next;
+        else more_[j - kInline] = next;
+    }
+    if (!more_.empty()) more_.pop_back();
+    values_.erase(values_.begin() + i);
+}
+
+bool AttributeList::Remove(const char* title, NXObject::AttributeType type) {
+    std::uint32_t number;
+    if (!Titles::Table().Find(title, &number)) return false;
+    for (size_t i = 0; i < values_.size(); ++i)
+        if (Title(i) == number) {
+            if (type != NXObject::AttributeTypeAny && values_[i].type != type) return false;
+            Erase(i);
             return true;
         }
     return false;
 }
 
 void AttributeList::RemoveAll(NXObject::AttributeType type) {
-    for (auto it = items_.begin(); it != items_.end();)
-        it = type == NXObject::AttributeTypeAny || it->type == type ? items_.erase(it) : it + 1;
+    for (size_t i = values_.size(); i-- > 0;)
+        if (type == NXObject::AttributeTypeAny || values_[i].type == type) Erase(i);
+}
+
+std::vector<Attribute> AttributeList::All() const {
+    std::vector<Attribute> all(values_.size());
+    for (size_t i = 0; i < values_.size(); ++i) {
+        static_cast<AttributeValue&>(all[i]) = values_[i];
+        all[i].title = Titles::Table().Text(Title(i));
+    }
+    return all;
 }
 
 namespace {
@@ -65,8 +167,8 @@ namespace {
 // this of every body, and a cast to ObjectData, across the virtual interface bases of the NX
 // classes, walks the whole class graph every time.
 ObjectData* FindData(NXOpen::TaggedObject* object) {
-    if (BodyImpl* body = dynamic_cast<BodyImpl*>(object)) return body;
-    return dynamic_cast<PartImpl*>(object);
+    if (BodyImpl* body = AsBody(object)) return body;
+    return AsPart(object);
 }
 
 // The ObjectData of an NX object; throws NXException when the object is not one of the core's.
@@ -95,8 +197,8 @@ void SetAttribute(NXObject* object, const char* title, int index, const Attribut
 }
 
 // The attribute of that title and type at index; NX throws when there is none.
-const Attribute& FindOrThrow(NXObject* object, const char* title, NXObject::AttributeType type, int index) {
-    const Attribute* a = index == -1 ? DataOf(object).attributes.Find(title == nullptr ? "" : title, type) : nullptr;
+const AttributeValue& FindOrThrow(NXObject* object, const char* title, NXObject::AttributeType type, int index) {
+    const AttributeValue* a = index == -1 ? DataOf(object).attributes.Find(title == nullptr ? "" : title, type) : nullptr;
     if (a == nullptr)
         throw NXOpen::NXException::Create((std::string("Attribute not found: ") + (title == nullptr ? "" : title)).c_str());
     return *a;
@@ -104,7 +206,7 @@ const Attribute& FindOrThrow(NXObject* object, const char* title, NXObject::Attr
 
 // Integer as "%d", real in the shortest form that reads back the same, boolean as "TRUE" or
 // "FALSE" (host choices: NX's own formatting is not documented).
-std::string ValueText(const Attribute& a) {
+std::string ValueText(const AttributeValue& a) {
     switch (a.type) {
     case NXObject::AttributeTypeInteger: return std::to_string(a.integer);
     case NXObject::AttributeTypeReal: return ShortestReal(a.real);
@@ -114,10 +216,10 @@ std::string ValueText(const Attribute& a) {
     }
 }
 
-NXObject::AttributeInformation Information(const Attribute& a) {
+NXObject::AttributeInformation Information(const std::string& title, const AttributeValue& a) {
     NXObject::AttributeInformation info;
     info.Type = a.type;
-    info.Title = NXOpen::NXString(a.title, NXOpen::NXString::Locale);
+    info.Title = NXOpen::NXString(title, NXOpen::NXString::Locale);
     info.BooleanValue = a.boolean;
     info.IntegerValue = a.integer;
     info.RealValue = a.real;
@@ -246,7 +348,7 @@ NXObject::AttributeInformation NXObject::GetUserAttribute(const NXString& title,
 }
 NXObject::AttributeInformation NXObject::GetUserAttribute(const char* title, AttributeType type, int index) {
     HOST_NX_CALL("NXObject::GetUserAttribute");
-    return host::core::Information(host::core::FindOrThrow(this, title, type, index));
+    return host::core::Information(title == nullptr ? "" : title, host::core::FindOrThrow(this, title, type, index));
 }
 
 NXString NXObject::GetStringUserAttribute(const NXString& title, int index) {
@@ -288,7 +390,7 @@ NXString NXObject::GetUserAttributeAsString(const char* title, AttributeType typ
 std::vector<NXObject::AttributeInformation> NXObject::GetUserAttributes() {
     HOST_NX_CALL("NXObject::GetUserAttributes");
     std::vector<AttributeInformation> all;
-    for (const Attribute& a : DataOf(this).attributes.All()) all.push_back(host::core::Information(a));
+    for (const Attribute& a : DataOf(this).attributes.All()) all.push_back(host::core::Information(a.title, a));
     return all;
 }
 
@@ -389,7 +491,7 @@ int UF_ATTR_read_value(tag_t object, char* title, int type, UF_ATTR_value_p_t va
     if (data == nullptr) return host::Tags::Find(object) == nullptr ? kUfBadTag : kUfNotAttributeOwner;
     NXObject::AttributeType openType = OpenType(type);
     if (openType == NXObject::AttributeTypeInvalid) return kUfBadAttributeType;
-    const Attribute* a = data->attributes.Find(title, openType);
+    const AttributeValue* a = data->attributes.Find(title, openType);
     if (a == nullptr) {
         value->type = 0;
         return 0;

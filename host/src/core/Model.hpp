@@ -3,7 +3,9 @@
 #pragma once
 
 #include <array>
+#include <cstdint>
 #include <memory>
+#include <typeinfo>
 #include <string>
 #include <vector>
 
@@ -17,32 +19,49 @@
 
 namespace host::core {
 
-// One user attribute of an object (not an array element). Text is GBK.
-struct Attribute {
-    NXOpen::NXObject::AttributeType type = NXOpen::NXObject::AttributeTypeString;
-    std::string title;
+// The value of a user attribute (not an array element). Text is GBK.
+struct AttributeValue {
     std::string text;  // String: the value; Time: the value as given
-    int integer = 0;
     double real = 0;
+    int integer = 0;
+    NXOpen::NXObject::AttributeType type = NXOpen::NXObject::AttributeTypeString;
     bool boolean = false;
+};
+
+// One user attribute of an object, with its title (GBK).
+struct Attribute : AttributeValue {
+    std::string title;
 };
 
 // The user attributes of an object, in the order they were created. A title names at most one
 // attribute: setting a value under an existing title replaces it, type included, in its place.
+// Titles are kept as numbers of a table of the session's titles: a look-up, which every
+// attribute read of the plug-in's matching makes, compares numbers, not texts.
 class AttributeList {
 public:
-    // The attribute of that title, NULL when there is none; with a type other than
+    // The value under that title, NULL when there is none; with a type other than
     // AttributeTypeAny, only when it has that type.
-    const Attribute* Find(const std::string& title, NXOpen::NXObject::AttributeType type) const;
+    const AttributeValue* Find(const char* title, NXOpen::NXObject::AttributeType type) const;
     void Set(const Attribute& attribute);
     // Removes the attribute of that title (and type, unless AttributeTypeAny); false when absent.
-    bool Remove(const std::string& title, NXOpen::NXObject::AttributeType type);
+    bool Remove(const char* title, NXOpen::NXObject::AttributeType type);
     // Removes every attribute of that type (every one for AttributeTypeAny).
     void RemoveAll(NXOpen::NXObject::AttributeType type);
-    const std::vector<Attribute>& All() const { return items_; }
+    std::vector<Attribute> All() const;
+    // Room for n attributes in all, so that a part file's attributes take no more memory than
+    // they need.
+    void Reserve(size_t n) { values_.reserve(n); }
 
 private:
-    std::vector<Attribute> items_;
+    // The numbers of the titles, apart from the values; the first kInline in the object itself,
+    // so that a search reads no other memory for an object with the usual dozen attributes.
+    static constexpr size_t kInline = 16;
+    std::uint32_t Title(size_t i) const { return i < kInline ? inline_[i] : more_[i - kInline]; }
+    void Erase(size_t i);
+
+    std::uint32_t inline_[kInline] = {};
+    std::vector<std::uint32_t> more_;
+    std::vector<AttributeValue> values_;  // values_[i] is under title Title(i)
 };
 
 // What every host NX object of the core carries besides its NX class.
@@ -72,7 +91,7 @@ public:
     const tag_t fileTag;
 };
 
-class BodyImpl : public NXOpen::Body, public ObjectData {
+class BodyImpl final : public NXOpen::Body, public ObjectData {
 public:
     // Bodies are made only when a part file is read, in part order: a body keeps its place.
     BodyImpl(PartImpl* owner, size_t place) : part(owner), position(place) {}
@@ -113,7 +132,7 @@ public:
     tag_t tag;
 };
 
-class PartImpl : public NXOpen::Part, public ObjectData {
+class PartImpl final : public NXOpen::Part, public ObjectData {
 public:
     PartImpl() : bodyCollection(this) {}
     ~PartImpl() override = default;
@@ -130,6 +149,16 @@ public:
     // The body of this part with this tag, or NULL.
     BodyImpl* FindBody(tag_t tag) const;
 };
+
+// The body or part behind an NX object, NULL for any other object and for NULL. The exact class
+// is compared (both are final) rather than cast with dynamic_cast, which walks the NX classes'
+// virtual bases: every attribute read of a body asks this.
+inline BodyImpl* AsBody(NXOpen::TaggedObject* object) {
+    return object != nullptr && typeid(*object) == typeid(BodyImpl) ? static_cast<BodyImpl*>(object) : nullptr;
+}
+inline PartImpl* AsPart(NXOpen::TaggedObject* object) {
+    return object != nullptr && typeid(*object) == typeid(PartImpl) ? static_cast<PartImpl*>(object) : nullptr;
+}
 
 // The shortest "%g" form of value that reads back as the same double ("0.1", "20", "1e-07").
 std::string ShortestReal(double value);

@@ -34,7 +34,7 @@ BodyCollectionImpl::BodyCollectionImpl(PartImpl* owner) : part(owner), tag(Tags:
 
 namespace {
 
-BodyImpl* BodyByTag(tag_t tag) { return dynamic_cast<BodyImpl*>(host::Tags::Find(tag)); }
+BodyImpl* BodyByTag(tag_t tag) { return AsBody(host::Tags::Find(tag)); }
 
 BodyImpl& BodyOf(NXOpen::DisplayableObject* object) {
     BodyImpl* body = dynamic_cast<BodyImpl*>(object);

@@ -64,7 +64,12 @@ std::map<std::string, long>& Counters() {
     return *counters;
 }
 
-// How deep the plug-in is inside NX calls: only the outermost one is the plug-in's own.
+// How deep the plug-in is inside NX calls: only the outermost one is the plug-in's own. Every NX
+// call reads it twice; initial-exec spares each read a call of __tls_get_addr (the host library
+// is loaded with the program, never opened later).
+#if defined(__ELF__)
+__attribute__((tls_model("initial-exec")))
+#endif
 thread_local int nxCallDepth = 0;
 
 }  // namespace
