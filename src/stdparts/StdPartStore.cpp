@@ -29,5 +29,6 @@ void StdPartStore::ReleaseBodyInfos()
 
 void StdPartStore::KeepSnapshot(const std::vector<NodeParam*>& records)
 {
-    snapshotRecords_.insert(snapshotRecords_.end(), records.begin(), records.end());
+    DeleteNodeParams(snapshotRecords_);
+    snapshotRecords_ = records;
 }

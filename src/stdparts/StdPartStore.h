@@ -9,8 +9,9 @@ namespace NXOpen { class Body; }
 
 // The dialog's owner of what the standard-part tree allocates and nobody else frees: the
 // BodyInfo objects of the current build (the records of a build only refer to them) and the
-// records of every tree snapshot taken during the run (a snapshot is replaced, never freed, while
-// the dialog lives). Everything it holds is deleted with it.
+// records of the current tree snapshot. A new build or snapshot frees what it replaces, so that
+// regrouping a large mould again and again does not pile up memory; whatever is left is deleted
+// with the store.
 class StdPartStore {
 public:
     StdPartStore();
@@ -22,7 +23,8 @@ public:
     // Deletes the BodyInfo objects made so far: called when a new build starts.
     void ReleaseBodyInfos();
 
-    // Takes over the records of a snapshot and their children.
+    // Takes over the records of a new snapshot and their children, and frees those of the
+    // snapshot it replaces (nothing refers to them any more).
     void KeepSnapshot(const std::vector<NodeParam*>& records);
 
 private:

@@ -40,11 +40,18 @@ void FillRestoredNode(NXOpen::BlockStyler::Node* node, const NodeParam& record, 
         node->SetForegroundColor(modifyColour);
 }
 
-void Remove(std::vector<BodyInfo*>& list, BodyInfo* info)
+// Takes the bodies just placed in a group out of the list in one pass; the others keep their order.
+void RemovePlaced(std::vector<BodyInfo*>& remaining, std::vector<BodyInfo*> placed)
 {
-    std::vector<BodyInfo*>::iterator at = std::find(list.begin(), list.end(), info);
-    if (at != list.end())
-        list.erase(at);
+    if (placed.empty())
+        return;
+    std::sort(placed.begin(), placed.end());
+    std::vector<BodyInfo*>::iterator kept = remaining.begin();
+    for (std::vector<BodyInfo*>::iterator it = remaining.begin(); it != remaining.end(); ++it) {
+        if (!std::binary_search(placed.begin(), placed.end(), *it))
+            *kept++ = *it;
+    }
+    remaining.erase(kept, remaining.end());
 }
 
 bool HasNonEmptyAttribute(NXOpen::Body* body, const char* title)
@@ -87,6 +94,8 @@ void Vornadel::CreatStdPartNodes(bool flag, bool takeSnapshot)
     if (!records.empty())
         std::stable_sort(records.begin(), records.end(), CompareByNameOrder);
 
+    // The bodies not placed in a group yet, in the order of the records: a record whose body is
+    // not placed yet finds it first in the list, as every record before it is placed.
     std::vector<BodyInfo*> remaining;
     remaining.reserve(records.size());
     for (std::vector<StandardPartParam>::size_type i = 0; i < records.size(); ++i)
@@ -96,13 +105,11 @@ void Vornadel::CreatStdPartNodes(bool flag, bool takeSnapshot)
     NXOpen::BlockStyler::Node* lastGroup = NULL;
     for (std::vector<StandardPartParam>::size_type i = 0; i < records.size(); ++i) {
         StandardPartParam& record = records[i];
-        std::vector<BodyInfo*>::iterator own = std::find(remaining.begin(), remaining.end(), record.bodyInfo);
-        if (own == remaining.end())
+        if (remaining.empty() || remaining.front() != record.bodyInfo)
             continue;  // placed in an earlier group already
-        remaining.erase(own);
+        remaining.erase(remaining.begin());
         std::vector<BodyInfo*> same = GetSameBodies(record.bodyInfo, remaining);
-        for (std::vector<BodyInfo*>::size_type s = 0; s < same.size(); ++s)
-            Remove(remaining, same[s]);
+        RemovePlaced(remaining, same);
 
         if (same.empty()) {
             // Identical solids that carry neither a name nor a group identifier join this group;
@@ -112,9 +119,9 @@ void Vornadel::CreatStdPartNodes(bool flag, bool takeSnapshot)
                 NXOpen::Body* body = copies[s]->GetBody();
                 if (HasNonEmptyAttribute(body, StdPartTitle::Name) || HasNonEmptyAttribute(body, StdPartTitle::GroupId))
                     continue;
-                Remove(remaining, copies[s]);  // GetSameBodys gives elements of remaining itself
-                same.push_back(copies[s]);
+                same.push_back(copies[s]);  // GetSameBodys gives elements of remaining itself
             }
+            RemovePlaced(remaining, same);
             record.quantity = static_cast<int>(same.size()) + 1;
         } else if (!record.groupId.empty()) {
             // Only the members that are identical solids are counted, though every member gets a
