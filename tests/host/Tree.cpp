@@ -68,6 +68,32 @@ TEST_F(TreeInsert, SortPutsTheNodeAfterEqualTexts) {
     EXPECT_EQ(second, first->NextSiblingNode()) << "host choice: an equal text goes after the existing node";
 }
 
+// Sort searches for its place only while the siblings are known to be in order: a text changed
+// after the insert, or a node put first, sends it back to comparing each sibling in turn.
+TEST_F(TreeInsert, SortAfterAChangedTextGoesBeforeTheFirstGreaterSibling) {
+    Add("b", nullptr, nullptr, Tree::NodeInsertOptionSort);
+    Node* d = Add("d", nullptr, nullptr, Tree::NodeInsertOptionSort);
+    d->SetDisplayText("a");
+    Add("a0", nullptr, nullptr, Tree::NodeInsertOptionSort);
+    EXPECT_EQ("a0,b,a", Level()) << "host choice: before the first sibling of a greater text";
+    Add("z", nullptr, nullptr, Tree::NodeInsertOptionFirst);
+    Add("c", nullptr, nullptr, Tree::NodeInsertOptionSort);
+    EXPECT_EQ("c,z,a0,b,a", Level());
+}
+
+TEST_F(TreeInsert, SortAmongManyEqualAndOrderedSiblingsKeepsTheirOrder) {
+    std::vector<Node*> nodes;
+    for (int i = 0; i < 300; ++i) nodes.push_back(Add(i % 2 == 0 ? "m" : "k", nullptr, nullptr, Tree::NodeInsertOptionSort));
+    Node* first = Add("a", nullptr, nullptr, Tree::NodeInsertOptionSort);
+    Node* last = Add("z", nullptr, nullptr, Tree::NodeInsertOptionSort);
+    EXPECT_EQ(first, tree_->RootNode());
+    Node* at = first->NextSiblingNode();
+    for (int i = 1; i < 300; i += 2, at = at->NextSiblingNode()) ASSERT_EQ(nodes[i], at) << "the k nodes in the order inserted";
+    for (int i = 0; i < 300; i += 2, at = at->NextSiblingNode()) ASSERT_EQ(nodes[i], at) << "then the m nodes";
+    EXPECT_EQ(last, at);
+    EXPECT_EQ(nullptr, last->NextSiblingNode());
+}
+
 TEST_F(TreeInsert, AlwaysFirstStaysBeforeLaterFirstInserts) {
     Add("a");
     Add("top", nullptr, nullptr, Tree::NodeInsertOptionAlwaysFirst);
@@ -161,6 +187,26 @@ TEST_F(TreeWalk, SiblingsParentAndFirstChild) {
     EXPECT_EQ(nullptr, a1->FirstChildNode()) << "NX: NULL for a node without children";
     EXPECT_EQ(nullptr, a->ParentNode()) << "NX: a top-level node has no parent";
     EXPECT_EQ(nullptr, a1->NextSiblingNode()) << "NX: an only child has no next sibling";
+}
+
+// Siblings are found in constant time from where each node was last seen; inserts and deletes in
+// the middle of a level move the others, and every walk still finds the right neighbours.
+TEST_F(TreeWalk, SiblingWalksStayRightThroughInsertsAndDeletesInTheMiddle) {
+    std::vector<Node*> nodes;
+    for (int i = 0; i < 200; ++i) nodes.insert(nodes.begin(), Add(std::to_string(i).c_str(), nullptr, nullptr, Tree::NodeInsertOptionFirst));
+    for (size_t i = 1; i < nodes.size(); i += 3) tree_->DeleteNode(nodes[i]);
+    std::vector<Node*> kept;
+    for (size_t i = 0; i < nodes.size(); ++i)
+        if (i % 3 != 1) kept.push_back(nodes[i]);
+    Node* middle = Add("x", nullptr, kept[50], Tree::NodeInsertOptionLast);
+    kept.insert(kept.begin() + 51, middle);
+    std::vector<Node*> forward, backward;
+    for (Node* n = tree_->RootNode(); n != nullptr; n = n->NextSiblingNode()) forward.push_back(n);
+    EXPECT_EQ(kept, forward);
+    for (Node* n = kept.back(); n != nullptr; n = n->PreviousSiblingNode()) backward.insert(backward.begin(), n);
+    EXPECT_EQ(kept, backward);
+    EXPECT_EQ(kept[52], middle->NextNode());
+    EXPECT_EQ(kept[50], middle->PreviousNode());
 }
 
 TEST_F(TreeDelete, DeleteNodeRemovesItsChildren) {

@@ -27,11 +27,14 @@ NodeImpl& NodeImpl::Live() {
 
 std::vector<NodeImpl*>& NodeImpl::Siblings() { return parent ? parent->children : tree.roots; }
 
-std::string NodeImpl::Cell(int columnId) const {
+LevelOrder& NodeImpl::SiblingOrder() { return parent ? parent->childOrder : tree.rootOrder; }
+
+const std::string& NodeImpl::Cell(int columnId) const {
+    static const std::string kNone;
     for (const auto& [id, text] : cells) {
         if (id == columnId) return text;
     }
-    return std::string();
+    return kNone;
 }
 
 NodeImpl& Impl(NXOpen::BlockStyler::Node* node) { return Kept(node).Live(); }
@@ -89,6 +92,7 @@ TreeImpl& Registered(NXOpen::BlockStyler::Tree* tree, const char* call) {
 }
 
 void SetCell(NodeImpl& n, int columnId, const std::string& text) {
+    if (columnId == 0 && n.inserted) n.SiblingOrder().known = false;  // its place may be out of order now
     for (auto& [id, cell] : n.cells) {
         if (id == columnId) {
             cell = text;
@@ -98,10 +102,20 @@ void SetCell(NodeImpl& n, int columnId, const std::string& text) {
     n.cells.emplace_back(columnId, text);
 }
 
+// The node's index among its siblings (level), which holds it.
+size_t PlaceIn(std::vector<NodeImpl*>& level, NodeImpl& n) {
+    if (n.place >= level.size() || level[n.place] != &n) {
+        for (size_t i = 0; i < level.size(); ++i) level[i]->place = i;
+    }
+    return n.place;
+}
+
 // Where a node goes when no after-node is given. AlwaysFirst nodes lead and AlwaysLast nodes
 // close the list of siblings; First, Last and Sort place the node between them. Sort compares
-// display texts byte by byte (GBK) and puts the node after equal texts.
-size_t InsertPosition(const std::vector<NodeImpl*>& siblings, const NodeImpl& node, NXOpen::BlockStyler::Tree::NodeInsertOption option) {
+// display texts byte by byte (GBK) and puts the node before the first sibling of a greater text,
+// that is after equal texts; on a level known to be in order that place is searched for.
+size_t InsertPosition(const std::vector<NodeImpl*>& siblings, LevelOrder& order, const NodeImpl& node,
+                      NXOpen::BlockStyler::Tree::NodeInsertOption option) {
     size_t begin = 0;
     while (begin < siblings.size() && siblings[begin]->pin == NodeImpl::PinnedFirst) ++begin;
     size_t end = siblings.size();
@@ -112,11 +126,20 @@ size_t InsertPosition(const std::vector<NodeImpl*>& siblings, const NodeImpl& no
     case NXOpen::BlockStyler::Tree::NodeInsertOptionAlwaysFirst: return 0;
     case NXOpen::BlockStyler::Tree::NodeInsertOptionAlwaysLast: return siblings.size();
     case NXOpen::BlockStyler::Tree::NodeInsertOptionSort: {
-        std::string text = node.Cell(0);
-        for (size_t i = begin; i < end; ++i) {
-            if (siblings[i]->Cell(0) > text) return i;
+        const std::string& text = node.Cell(0);
+        auto greater = [&text](const NodeImpl* sibling) { return sibling->Cell(0) > text; };
+        if (!order.known) {
+            order.sorted = true;
+            for (size_t i = begin; i + 1 < end && order.sorted; ++i)
+                order.sorted = !(siblings[i]->Cell(0) > siblings[i + 1]->Cell(0));
+            order.known = true;
         }
-        return end;
+        if (order.sorted) {
+            return std::upper_bound(siblings.begin() + begin, siblings.begin() + end, text,
+                                    [](const std::string& t, const NodeImpl* sibling) { return t < sibling->Cell(0); }) -
+                   siblings.begin();
+        }
+        return std::find_if(siblings.begin() + begin, siblings.begin() + end, greater) - siblings.begin();
     }
     }
     Fail("Tree::InsertNode: unknown insert option " + std::to_string(static_cast<int>(option)));
@@ -140,8 +163,8 @@ NodeImpl* Next(NodeImpl& n) {
     if (!n.children.empty()) return n.children.front();
     for (NodeImpl* at = &n; at != nullptr; at = at->parent) {
         std::vector<NodeImpl*>& level = at->Siblings();
-        auto it = std::find(level.begin(), level.end(), at);
-        if (it + 1 != level.end()) return *(it + 1);
+        const size_t place = PlaceIn(level, *at);
+        if (place + 1 < level.size()) return level[place + 1];
     }
     return nullptr;
 }
@@ -149,9 +172,9 @@ NodeImpl* Next(NodeImpl& n) {
 NodeImpl* Previous(NodeImpl& n) {
     if (!n.inserted) return nullptr;
     std::vector<NodeImpl*>& level = n.Siblings();
-    auto it = std::find(level.begin(), level.end(), &n);
-    if (it == level.begin()) return n.parent;
-    NodeImpl* at = *(it - 1);
+    const size_t place = PlaceIn(level, n);
+    if (place == 0) return n.parent;
+    NodeImpl* at = level[place - 1];
     while (!at->children.empty()) at = at->children.back();
     return at;
 }
@@ -160,9 +183,9 @@ NodeImpl* Previous(NodeImpl& n) {
 NodeImpl* Sibling(NodeImpl& n, int step) {
     if (!n.inserted && !(n.deleted && n.parent != nullptr)) return nullptr;
     std::vector<NodeImpl*>& level = n.Siblings();
-    auto it = std::find(level.begin(), level.end(), &n);
-    if (step < 0) return it == level.begin() ? nullptr : *(it - 1);
-    return it + 1 == level.end() ? nullptr : *(it + 1);
+    const size_t place = PlaceIn(level, n);
+    if (step < 0) return place == 0 ? nullptr : level[place - 1];
+    return place + 1 == level.size() ? nullptr : level[place + 1];
 }
 
 DataEntry* FindEntry(NodeImpl& n, const std::string& name) {
@@ -239,20 +262,31 @@ void Tree::InsertNode(Node* newNode, Node* parentNode, Node* afterNode, NodeInse
     ++host::CurrentActivity().treeRowsInserted;
     NodeImpl* parent = parentNode ? &t.Inserted(parentNode) : nullptr;
     std::vector<NodeImpl*>& siblings = parent ? parent->children : t.roots;
+    host::ui::LevelOrder& order = parent ? parent->childOrder : t.rootOrder;
+    NodeInsertOption placedBy = nodeInsertOption;
     size_t at;
     if (afterNode != nullptr) {
         NodeImpl& after = t.Inserted(afterNode);
         if (after.parent != parent) Fail("Tree::InsertNode: the after-node is not a child of the parent node");
-        at = std::find(siblings.begin(), siblings.end(), &after) - siblings.begin() + 1;
+        at = host::ui::PlaceIn(siblings, after) + 1;
+        placedBy = NodeInsertOptionLast;  // anywhere
     } else {
-        at = host::ui::InsertPosition(siblings, n, nodeInsertOption);
+        at = host::ui::InsertPosition(siblings, order, n, nodeInsertOption);
         if (nodeInsertOption == NodeInsertOptionAlwaysFirst) n.pin = NodeImpl::PinnedFirst;
         if (nodeInsertOption == NodeInsertOptionAlwaysLast) n.pin = NodeImpl::PinnedLast;
     }
     // A tree whose dialog file sorts root nodes keeps them in the order of their display texts,
     // whatever the option or after-node.
-    if (parent == nullptr && t.sortRootNodes) at = host::ui::InsertPosition(siblings, n, NodeInsertOptionSort);
+    if (parent == nullptr && t.sortRootNodes) {
+        at = host::ui::InsertPosition(siblings, order, n, NodeInsertOptionSort);
+        placedBy = NodeInsertOptionSort;
+    }
+    // An unpinned node placed by Sort into a level in order keeps it in order; after any other
+    // insert the order is found anew when a Sort asks for it.
+    if (!(placedBy == NodeInsertOptionSort && order.known && order.sorted && n.pin == NodeImpl::Unpinned))
+        order.known = false;
     siblings.insert(siblings.begin() + at, &n);
+    n.place = at;
     n.parent = parent;
     n.inserted = true;
 }
@@ -264,7 +298,7 @@ void Tree::DeleteNode(Node* node) {
     if (&n.tree != &t) Fail("Tree::DeleteNode: the node belongs to another tree");
     if (n.inserted) {
         std::vector<NodeImpl*>& level = n.Siblings();
-        level.erase(std::find(level.begin(), level.end(), &n));
+        level.erase(level.begin() + host::ui::PlaceIn(level, n));
     }
     host::ui::Poison(n, true);
 }

@@ -148,6 +148,14 @@ struct DataEntry {
     int integer = 0;
 };
 
+// What is known of the order of one level of a tree (the root nodes, or a node's children): when
+// `known`, whether the display texts of its unpinned nodes never decrease, so that an insert with
+// Sort can search for its place instead of comparing every sibling.
+struct LevelOrder {
+    bool known = false;
+    bool sorted = false;
+};
+
 class NodeImpl : public NXOpen::BlockStyler::Node {
 public:
     enum Pin { Unpinned, PinnedFirst, PinnedLast };  // AlwaysFirst / AlwaysLast inserts
@@ -160,11 +168,17 @@ public:
     // Poison in Tree.cpp).
     NodeImpl& Access(bool write) { return write ? Live() : *this; }
     std::vector<NodeImpl*>& Siblings();
-    std::string Cell(int columnId) const;
+    LevelOrder& SiblingOrder();
+    // The text of a cell; "" for a cell never set.
+    const std::string& Cell(int columnId) const;
 
     TreeImpl& tree;
     NodeImpl* parent = nullptr;
     std::vector<NodeImpl*> children;
+    LevelOrder childOrder;
+    // Where the node was last found among its siblings: renumbered for a whole level when found
+    // stale, so that a step along a level takes constant time.
+    size_t place = 0;
     std::vector<std::pair<int, std::string>> cells;  // column id -> GBK text
     int foreground = 0;
     bool expanded = false;
@@ -205,6 +219,7 @@ public:
 
     std::vector<Column> columns;
     std::vector<NodeImpl*> roots;
+    LevelOrder rootOrder;
     std::vector<std::unique_ptr<NodeImpl>> nodes;  // every node made, deleted ones included
     bool multipleSelection = true;
     bool showToolTips = false;
