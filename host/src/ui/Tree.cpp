@@ -31,7 +31,9 @@ LevelOrder& NodeImpl::SiblingOrder() { return parent ? parent->childOrder : tree
 
 const std::string& NodeImpl::Cell(int columnId) const {
     static const std::string kNone;
-    for (const auto& [id, text] : cells) {
+    if (columnId >= 0 && columnId < kDirectColumns)
+        return static_cast<size_t>(columnId) < cells.size() ? cells[columnId] : kNone;
+    for (const auto& [id, text] : otherCells) {
         if (id == columnId) return text;
     }
     return kNone;
@@ -93,13 +95,22 @@ TreeImpl& Registered(NXOpen::BlockStyler::Tree* tree, const char* call) {
 
 void SetCell(NodeImpl& n, int columnId, const std::string& text) {
     if (columnId == 0 && n.inserted) n.SiblingOrder().known = false;  // its place may be out of order now
-    for (auto& [id, cell] : n.cells) {
+    if (columnId >= 0 && columnId < NodeImpl::kDirectColumns) {
+        if (static_cast<size_t>(columnId) >= n.cells.size()) {
+            // Room for every column of the tree at once: cells are set one by one.
+            n.cells.reserve(std::max(static_cast<size_t>(columnId) + 1, n.tree.columns.size()));
+            n.cells.resize(columnId + 1);
+        }
+        n.cells[columnId] = text;
+        return;
+    }
+    for (auto& [id, cell] : n.otherCells) {
         if (id == columnId) {
             cell = text;
             return;
         }
     }
-    n.cells.emplace_back(columnId, text);
+    n.otherCells.emplace_back(columnId, text);
 }
 
 // The node's index among its siblings (level), which holds it.
@@ -155,6 +166,8 @@ void Poison(NodeImpl& n, bool top) {
     if (top) n.parent = nullptr;
     n.cells.clear();
     n.cells.shrink_to_fit();
+    n.otherCells.clear();
+    n.otherCells.shrink_to_fit();
     host::Tags::Release(&n);
 }
 

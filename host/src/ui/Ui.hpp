@@ -179,7 +179,11 @@ public:
     // Where the node was last found among its siblings: renumbered for a whole level when found
     // stale, so that a step along a level takes constant time.
     size_t place = 0;
-    std::vector<std::pair<int, std::string>> cells;  // column id -> GBK text
+    // Cell texts (GBK) by column id: ids below kDirectColumns at their index, any other id in
+    // otherCells.
+    static constexpr int kDirectColumns = 32;
+    std::vector<std::string> cells;
+    std::vector<std::pair<int, std::string>> otherCells;
     int foreground = 0;
     bool expanded = false;
     bool selected = false;
