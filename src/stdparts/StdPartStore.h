@@ -20,7 +20,8 @@ public:
     // A new BodyInfo for body, kept until ReleaseBodyInfos or the store's end.
     BodyInfo* NewBodyInfo(NXOpen::Body* body);
 
-    // Deletes the BodyInfo objects made so far: called when a new build starts.
+    // Deletes the BodyInfo objects made so far: called when a build starts (what an interrupted
+    // build left) and when it has placed every body.
     void ReleaseBodyInfos();
 
     // Takes over the records of a new snapshot and their children, and frees those of the

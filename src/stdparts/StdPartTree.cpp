@@ -143,6 +143,11 @@ void Vornadel::CreatStdPartNodes(bool flag, bool takeSnapshot)
         }
     }
 
+    // The records and their BodyInfo objects have served: their memory goes back before the
+    // snapshot takes its own.
+    std::vector<StandardPartParam>().swap(records);
+    stdPartStore.ReleaseBodyInfos();
+
     if (takeSnapshot) {
         initialParams = GetNodeParams();
         stdPartStore.KeepSnapshot(initialParams);
