@@ -6,9 +6,9 @@
 // bench_save_export makes it; then the dialog shown. Each opening takes, while the dialog is shown:
 //  - first display: from BlockDialog::Show until the dialog waits for the designer;
 //  - group: two bodies of two different purchase lines answered to the group button's selection
-//    dialog ("button04"), until the rebuilt tree is shown; it must hold a line with both bodies;
-//  - dissolve: a right click on that line and its menu item 1, until the tree is rebuilt; neither
-//    body may keep a group id, and they must be on different lines again;
+//    dialog ("button04"), until the rebuilt tree is shown; both must carry one group id then;
+//  - dissolve: a right click on the line of that group and its menu item 1, until the tree is
+//    rebuilt; no body of that line may keep a group id;
 //  - save ("button0") and export ("button01", the head filled and E:\BOM picked first), each
 //    until its confirmation, the export's workbook checked.
 // The first opening of each mould also takes the memory: heap in use (malloc's) and resident set
@@ -66,39 +66,24 @@ struct Sample {
     Memory shown, afterGroups;  // first opening only
 };
 
-// The tree's purchase lines: per top-level node, the bodies of its row and of its body rows (tag 0
-// for a row without a body).
-using Lines = std::vector<std::vector<unsigned int>>;
-
+// The tag of the node's body, 0 for a row without a body.
 unsigned int BodyTagOf(NXOpen::BlockStyler::Node* node) {
     const NXOpen::Body* body = GetNodeBody(node);
     return body != nullptr ? body->Tag() : 0;
 }
 
-Lines ReadLines(NXOpen::BlockStyler::Tree* tree) {
-    Lines lines;
-    for (NXOpen::BlockStyler::Node* line = tree->RootNode(); line != nullptr; line = line->NextSiblingNode()) {
-        lines.push_back({BodyTagOf(line)});
-        for (NXOpen::BlockStyler::Node* row = line->FirstChildNode(); row != nullptr; row = row->NextSiblingNode())
-            lines.back().push_back(BodyTagOf(row));
-    }
-    return lines;
-}
-
-// The index of the line holding both bodies, or -1.
-int LineOfBoth(const Lines& lines, unsigned int a, unsigned int b) {
-    for (size_t i = 0; i < lines.size(); ++i) {
-        const std::vector<unsigned int>& line = lines[i];
-        if (std::find(line.begin(), line.end(), a) != line.end() && std::find(line.begin(), line.end(), b) != line.end())
-            return static_cast<int>(i);
-    }
-    return -1;
+// The body's group id ("" when it has none).
+std::string GroupIdOf(unsigned int tag) {
+    NXOpen::Body* body = host::FindBody(tag);
+    if (!body->HasUserAttribute(StdPartTitle::GroupId, NXOpen::NXObject::AttributeTypeString, -1)) return "";
+    return body->GetUserAttribute(StdPartTitle::GroupId, NXOpen::NXObject::AttributeTypeString, -1).StringValue.GetLocaleText();
 }
 
 std::string Pair(unsigned int a, unsigned int b) { return "bodies " + std::to_string(a) + " and " + std::to_string(b); }
 
 // The group button with the two bodies answered to its selection dialog; the milliseconds of the
-// press. The rebuilt tree must hold a line with both, and no message box may show.
+// press. Both bodies must then carry one group id, and no message box may show. (Where the rebuilt
+// tree puts them is the matching's: a grouped body joins an earlier line of equal description.)
 double Group(host::LiveDialog& live, unsigned int a, unsigned int b) {
     const size_t messages = host::Messages().size();
     const size_t selections = host::SelectionRequests().size();
@@ -109,29 +94,32 @@ double Group(host::LiveDialog& live, unsigned int a, unsigned int b) {
     ExpectMessages(messages, "the group of " + Pair(a, b), false);
     if (host::SelectionRequests().size() != selections + 1 || host::SelectionRequests().back().unanswered)
         throw std::runtime_error("the group button did not take the selection of " + Pair(a, b));
-    if (LineOfBoth(ReadLines(live.Tree()), a, b) < 0)
-        throw std::runtime_error("the group made no line holding " + Pair(a, b));
+    if (GroupIdOf(a).empty() || GroupIdOf(a) != GroupIdOf(b))
+        throw std::runtime_error("the group did not give " + Pair(a, b) + " one group id");
     return ms;
 }
 
-// The dissolve of the line holding both bodies (its menu item 1); the milliseconds from the
-// right click until the item's handler returned. Afterwards neither body carries a group id and
-// they are on different lines.
-double Dissolve(host::LiveDialog& live, unsigned int a, unsigned int b) {
-    const int index = LineOfBoth(ReadLines(live.Tree()), a, b);
+// The dissolve of the group of body a (the line whose row carries its group id, its menu item 1);
+// the milliseconds from the right click until the item's handler returned. Afterwards no body of
+// that line may carry a group id.
+double Dissolve(host::LiveDialog& live, unsigned int a) {
+    const std::string id = GroupIdOf(a);
     NXOpen::BlockStyler::Node* line = live.Tree()->RootNode();
-    for (int i = 0; i < index; ++i) line = line->NextSiblingNode();
+    while (line != nullptr && (BodyTagOf(line) == 0 || GroupIdOf(BodyTagOf(line)) != id)) line = line->NextSiblingNode();
+    if (line == nullptr) throw std::runtime_error("no line carries the group id of body " + std::to_string(a));
+    std::vector<unsigned int> members = {BodyTagOf(line)};
+    for (NXOpen::BlockStyler::Node* row = line->FirstChildNode(); row != nullptr; row = row->NextSiblingNode())
+        members.push_back(BodyTagOf(row));
+
     const size_t messages = host::Messages().size();
     const Clock::time_point start = Clock::now();
     live.RightClick(line, 0);
-    if (!live.ChooseMenuItem(1)) throw std::runtime_error("the line of " + Pair(a, b) + " offers no dissolve");
+    if (!live.ChooseMenuItem(1)) throw std::runtime_error("the line of the group of body " + std::to_string(a) + " offers no dissolve");
     const double ms = Milliseconds(Clock::now() - start);
-    ExpectMessages(messages, "the dissolve of " + Pair(a, b), false);
-    for (unsigned int tag : {a, b})
-        if (host::FindBody(tag)->HasUserAttribute(StdPartTitle::GroupId, NXOpen::NXObject::AttributeTypeString, -1))
+    ExpectMessages(messages, "the dissolve of the group of body " + std::to_string(a), false);
+    for (unsigned int tag : members)
+        if (tag != 0 && !GroupIdOf(tag).empty())
             throw std::runtime_error("the dissolve left the group id on body " + std::to_string(tag));
-    if (LineOfBoth(ReadLines(live.Tree()), a, b) >= 0)
-        throw std::runtime_error("the dissolve left " + Pair(a, b) + " on one line");
     return ms;
 }
 
@@ -139,13 +127,14 @@ double Dissolve(host::LiveDialog& live, unsigned int a, unsigned int b) {
 // the ten group operations, then the timed steps.
 void Operate(host::LiveDialog& live, Sample& sample, int opening) {
     ExpectMessages(0, "the first display", false);
-    const Lines lines = ReadLines(live.Tree());
-    sample.lines = static_cast<int>(lines.size());
     sample.rows = CountNodes(live.Tree(), false);
     // Bodies of different purchase lines: the first body row of each line that has body rows.
     std::vector<unsigned int> bodies;
-    for (const std::vector<unsigned int>& line : lines)
-        if (line.size() > 1 && line[1] != 0) bodies.push_back(line[1]);
+    for (NXOpen::BlockStyler::Node* line = live.Tree()->RootNode(); line != nullptr; line = line->NextSiblingNode()) {
+        ++sample.lines;
+        NXOpen::BlockStyler::Node* row = line->FirstChildNode();
+        if (row != nullptr && BodyTagOf(row) != 0) bodies.push_back(BodyTagOf(row));
+    }
     const size_t wanted = opening == 0 ? 2 + 2 * kGroupsInARow : 2;
     if (bodies.size() < wanted)
         throw std::runtime_error("the mould has " + std::to_string(bodies.size()) + " purchase lines with body rows, " +
@@ -157,7 +146,7 @@ void Operate(host::LiveDialog& live, Sample& sample, int opening) {
         sample.afterGroups = MemoryNow();
     }
     sample.group = Group(live, bodies[0], bodies[1]);
-    sample.dissolve = Dissolve(live, bodies[0], bodies[1]);
+    sample.dissolve = Dissolve(live, bodies[0]);
     FillHead(live);
     sample.save = PressConfirmed(live, "button0", "save");
     sample.exportAll = PressConfirmed(live, "button01", "export");
