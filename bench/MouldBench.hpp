@@ -1,6 +1,7 @@
 // What the benchmarks of the dialog on generated moulds share (bench_first_display,
-// bench_save_export; bench/README.md): their options, a scratch folder, the session set up as NX
-// has it, the moulds from moldgen, medians and least times, and their tables.
+// bench_save_export, bench_large_moulds; bench/README.md): their options, a scratch folder, the
+// session set up as NX has it, the moulds from moldgen, the designer's save and export, medians
+// and least times, and their tables.
 #pragma once
 
 #include <stdlib.h>

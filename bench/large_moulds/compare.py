@@ -56,6 +56,9 @@ def worktree(ref, folder):
     commit = git("rev-parse", "--verify", ref + "^{commit}")
     src = os.path.join(folder, "src")
     if os.path.isdir(src):
+        # Only a worktree of its own is reset: git in a plain folder would act on this checkout.
+        if not os.path.exists(os.path.join(src, ".git")):
+            sys.exit("%s is not a git worktree: remove it and run again" % src)
         run(["git", "-C", src, "checkout", "-q", "--detach", "--force", commit])
         run(["git", "-C", src, "clean", "-q", "-fdx"])
     else:
