@@ -81,6 +81,13 @@ def worktree(ref, folder):
 def build(src, folder):
     """Builds the bench, the runner with the plug-in and moldgen of src in folder/build; its bin folder."""
     out = os.path.join(folder, "build")
+    # A build folder made from another source folder (the checkout, then a commit) is made afresh.
+    cache = os.path.join(out, "CMakeCache.txt")
+    if os.path.exists(cache):
+        with open(cache, encoding="utf-8", errors="replace") as f:
+            home = re.search(r"^CMAKE_HOME_DIRECTORY:INTERNAL=(.*)$", f.read(), re.M)
+        if not home or os.path.realpath(home.group(1)) != os.path.realpath(src):
+            shutil.rmtree(out)
     run(["cmake", "-S", src, "-B", out, "-DCMAKE_BUILD_TYPE=RelWithDebInfo", "-DCMAKE_CXX_COMPILER_LAUNCHER=ccache",
          "-DCMAKE_C_COMPILER_LAUNCHER=ccache"])
     run(["cmake", "--build", out, "-j2", "--target", "bench_large_moulds", "vornadel-host", "moldgen"])
