@@ -10,7 +10,8 @@ cd "$(dirname "$0")"
 # Debian packages the build and the tests need; installed only when missing.
 # gnumeric: its ssconvert checks that exported workbooks open without complaint.
 # clang, lld, llvm: the NX link check compiles the DLLs' sources for the Microsoft ABI (tools/nxlink).
-PACKAGES="g++ cmake make libgtest-dev nlohmann-json3-dev libedit-dev python3-xlrd gnumeric clang lld llvm"
+# time: /usr/bin/time -v, whole runs of the runner in bench/large_moulds/compare.py.
+PACKAGES="g++ cmake make libgtest-dev nlohmann-json3-dev libedit-dev python3-xlrd gnumeric clang lld llvm time"
 # The Windows build and its tests: the MinGW-w64 compilers with POSIX threads, 64-bit Wine, and
 # the sources of the glibc locale zh_CN.UTF-8 that Wine runs under (tools/wine/wine.sh).
 # Installed without their recommendations (Wine's recommend a desktop's worth).

@@ -17,6 +17,16 @@ target_include_directories(bench_save_export PRIVATE ${VORNADEL_ROOT}/host/src)
 target_compile_definitions(bench_save_export PRIVATE VORNADEL_SOURCE_DIR="${VORNADEL_ROOT}")
 target_link_libraries(bench_save_export PRIVATE Vornadel nxhost moldgen-core)
 
+# begin bench_large_moulds (bench/large_moulds/compare.py copies this block into older checkouts)
+# First display, group, dissolve, save, export and memory for generated moulds of 5,000, 20,000 and
+# 50,000 standard-part bodies: the plug-in linked in directly, as for the first display.
+add_executable(bench_large_moulds ${VORNADEL_ROOT}/bench/large_moulds/LargeMoulds.cpp)
+vornadel_cxx17(bench_large_moulds)
+target_include_directories(bench_large_moulds PRIVATE ${VORNADEL_ROOT}/host/src)
+target_compile_definitions(bench_large_moulds PRIVATE VORNADEL_SOURCE_DIR="${VORNADEL_ROOT}")
+target_link_libraries(bench_large_moulds PRIVATE Vornadel nxhost moldgen-core)
+# end bench_large_moulds
+
 # The workbook job of the export done by libs/xls, Apache POI HSSF and SheetJS side by side; the
 # peers are installed into build/bench-peers on the first run.
 add_executable(bench_xls_compare ${VORNADEL_ROOT}/bench/xls/Compare.cpp)

@@ -12,7 +12,6 @@
 // least times are reported.
 #include <iostream>
 #include <string>
-#include <utility>
 #include <vector>
 
 #include <uf.h>
@@ -34,89 +33,36 @@ struct Sample {
     std::uintmax_t fileBytes = 0;
 };
 
-// The head fields as a designer fills them in: values the bundled option lists offer (narrow
-// literals are GBK in this build, as the dialog takes them).
-const std::pair<const char*, const char*> kHead[] = {
-    {"string03", "SO-0517"},       {"string02", "E24-091"},     {"string031", "PA66+GF30"},
-    {"string033", "P-88231"},      {"string01", "YM-2405"},     {"string032", "280T"},
-    {"string0", "海尔智家"},       {"string034", "3.0"},        {"string035", "两板模"},
-    {"string036", "陈明"},         {"string04", "洗衣机门把手"},
-};
-
-// The configuration root's tables copied into the scratch folder (typing a head field may rewrite
-// its option table), and the folder of drive E:, where the designer exports.
-fs::path ConfigRoot(const Scratch& scratch) { return scratch.Path() / "root"; }
-fs::path DriveE(const Scratch& scratch) { return scratch.Path() / "out"; }
-
-void CopyConfiguration(const Options& options, const Scratch& scratch) {
-    fs::create_directories(ConfigRoot(scratch));
-    fs::create_directories(DriveE(scratch));
-    fs::copy(options.source / "samples" / "config", ConfigRoot(scratch) / "config", fs::copy_options::recursive);
-}
-
-// The message boxes since `from` must be the one success message of the command.
-void ExpectSuccess(size_t from, const char* command) {
-    const std::vector<host::MessageRecord>& messages = host::Messages();
-    for (size_t i = from; i < messages.size(); ++i) {
-        if (messages[i].type != NXOpen::NXMessageBox::DialogTypeInformation)
-            throw std::runtime_error(std::string(command) + " showed a message box, " + host::GbkToUtf8(messages[i].title) +
-                                     ": " + host::GbkToUtf8(messages[i].text));
-    }
-    if (messages.size() != from + 1) throw std::runtime_error(std::string(command) + " did not confirm");
-}
-
 // Loads the mould, makes the dialog object, shows the dialog; while it is shown, fills the head,
 // picks the output folder, presses save and then export, each timed.
 Sample OpenDialog(const Options& options, const Scratch& scratch, const fs::path& mould) {
     Sample sample;
-    SetUpSession(options, scratch, ConfigRoot(scratch), "E=" + DriveE(scratch).string());
+    SetUpExportSession(options, scratch);
     host::LoadWorkPart(mould.string());
     UF_initialize();
     Vornadel* dialog = new Vornadel();
-    // The output folder the designer picks (the export makes only the part's folder inside it).
-    const fs::path folder = DriveE(scratch) / "BOM";
-    fs::create_directories(folder);
 
     bool shown = false;
     host::SetDialogScript([&](host::LiveDialog& live) {
         shown = true;
         sample.lines = CountNodes(live.Tree(), true);
         sample.rows = CountNodes(live.Tree(), false);
-        for (const auto& [block, text] : kHead) live.SetText(block, text);
-        live.PickFolder("nativeFolderBrowser0", "E:\\BOM");
+        FillHead(live);
 
-        size_t messages = host::Messages().size();
         int updates = host::ModelUpdateCount();
-        Clock::time_point start = Clock::now();
-        live.Press("button0");
-        sample.save = Milliseconds(Clock::now() - start);
+        sample.save = PressConfirmed(live, "button0", "save");
         sample.saveUpdates = host::ModelUpdateCount() - updates;
-        ExpectSuccess(messages, "save");
 
-        messages = host::Messages().size();
         updates = host::ModelUpdateCount();
-        start = Clock::now();
-        live.Press("button01");
-        sample.exportAll = Milliseconds(Clock::now() - start);
+        sample.exportAll = PressConfirmed(live, "button01", "export");
         sample.exportUpdates = host::ModelUpdateCount() - updates;
-        ExpectSuccess(messages, "export");
         live.Close();
     });
     dialog->Show();
     delete dialog;
     host::SetDialogScript(nullptr);
     if (!shown) throw std::runtime_error("the dialog was not shown");
-
-    // The one workbook of the export; removed, so that every opening exports under the plain name.
-    int workbooks = 0;
-    for (const fs::directory_entry& entry : fs::recursive_directory_iterator(folder)) {
-        if (entry.is_regular_file() && entry.path().extension() == ".xls") {
-            ++workbooks;
-            sample.fileBytes += entry.file_size();
-        }
-    }
-    if (workbooks != 1) throw std::runtime_error("the export did not write one workbook");
-    fs::remove_all(folder);
+    sample.fileBytes = TakeWorkbook(scratch);
     return sample;
 }
 
