@@ -98,6 +98,7 @@ public:
             for (NodeImpl* other : t.AllNodes()) {
                 if (other == &n || !other->selected) continue;
                 other->selected = false;
+                other->handed = true;
                 if (t.onSelect) (*t.onSelect)(&t, other, column, false);
             }
             if (n.deleted) return;
@@ -226,13 +227,22 @@ private:
             const PluginCode plugin;  // the handlers the action runs are the plug-in's code
             action();
         } catch (...) {
-            if (--depth_ == 0 && !d_.endedBy) {
-                d_.endedBy = std::current_exception();
-                Close();
+            if (--depth_ == 0) {
+                ReleaseDeletedNodes();
+                if (!d_.endedBy) {
+                    d_.endedBy = std::current_exception();
+                    Close();
+                }
             }
             throw;
         }
-        --depth_;
+        if (--depth_ == 0) ReleaseDeletedNodes();
+    }
+
+    void ReleaseDeletedNodes() {
+        for (const std::unique_ptr<BlockImpl>& b : d_.blocks) {
+            if (auto* t = dynamic_cast<TreeImpl*>(b.get())) t->ReleaseDeleted();
+        }
     }
 
     TreeImpl* FirstTree() {
@@ -260,6 +270,7 @@ private:
         if (&n->tree.dialog != &d_) throw std::invalid_argument("the node belongs to another dialog");
         Reachable<TreeImpl>(n->tree.id, "Tree");
         if (!n->tree.HasColumn(column)) throw std::invalid_argument("the tree has no column " + std::to_string(column));
+        n->handed = true;  // the handlers get it: the plug-in may keep it
         return *n;
     }
 

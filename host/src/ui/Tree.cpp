@@ -1,8 +1,9 @@
 // The tree list: columns, nodes and their order, cell texts, node data, selection, expansion, edit
-// options and context menus. A deleted node is kept until its dialog is deleted, out of the tree:
-// its data and its children (as they were) can still be read, as the group button reads a group
-// node that a rebuild deleted (docs/host.md); anything else done with it, and any change of a
-// tree through it, gets NX's error for a dead object instead of a crash.
+// options and context menus. A deleted node is kept out of the tree until the designer's action
+// that deleted it is over, and for good when a handler got it: its data and its children (as they
+// were) can still be read, as the group button reads a group node that a rebuild deleted
+// (docs/host.md); anything else done with it, and any change of a tree through it, gets NX's
+// error for a dead object instead of a crash.
 #include <algorithm>
 
 #include <NXOpen/BlockStyler_Tree.hxx>
@@ -74,6 +75,22 @@ std::vector<NodeImpl*> TreeImpl::AllNodes() {
     };
     walk(roots);
     return all;
+}
+
+void TreeImpl::ReleaseDeleted() {
+    bool any = false;
+    for (const std::unique_ptr<NodeImpl>& n : nodes) {
+        if (!n->deleted || n->kept) continue;
+        for (const NodeImpl* at = n.get(); at != nullptr && !n->kept; at = at->parent) n->kept = at->handed || at->kept;
+        any = any || !n->kept;
+    }
+    if (!any) return;
+    // A kept node whose deleted parent goes has no parent any more.
+    for (const std::unique_ptr<NodeImpl>& n : nodes) {
+        if (n->kept && n->parent != nullptr && !n->parent->kept) n->parent = nullptr;
+    }
+    nodes.erase(std::remove_if(nodes.begin(), nodes.end(), [](const std::unique_ptr<NodeImpl>& n) { return n->deleted && !n->kept; }),
+                nodes.end());
 }
 
 void TreeImpl::Deselect(NodeImpl* except) {

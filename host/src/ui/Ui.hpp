@@ -189,6 +189,10 @@ public:
     bool selected = false;
     bool inserted = false;
     bool deleted = false;
+    // Handed to the plug-in's tree handlers by a designer's action: the plug-in may keep it, so
+    // once deleted it stays readable (TreeImpl::ReleaseDeleted).
+    bool handed = false;
+    bool kept = false;  // deleted, and kept readable for good
     Pin pin = Unpinned;
     std::vector<DataEntry> data;
     int state = 0;
@@ -220,11 +224,15 @@ public:
     // Every inserted node in pre-order.
     std::vector<NodeImpl*> AllNodes();
     void Deselect(NodeImpl* except);
+    // Once a designer's action is over, releases the deleted nodes the plug-in was never handed:
+    // a deleted node stays readable (with its descendants, as they were) only when a handler got
+    // it, as the remembered group node (docs/host.md). Called by the driver.
+    void ReleaseDeleted();
 
     std::vector<Column> columns;
     std::vector<NodeImpl*> roots;
     LevelOrder rootOrder;
-    std::vector<std::unique_ptr<NodeImpl>> nodes;  // every node made, deleted ones included
+    std::vector<std::unique_ptr<NodeImpl>> nodes;  // every node made, and the deleted ones not released
     bool multipleSelection = true;
     bool showToolTips = false;
     bool sortRootNodes = true;  // NX 8.5's default; the dialog file says
