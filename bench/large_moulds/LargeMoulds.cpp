@@ -14,11 +14,11 @@
 // The first opening of each mould also takes the memory: heap in use (malloc's) and resident set
 // after the first display, and again after ten group operations in a row, each of two other
 // bodies, made before the timed steps. The least times of the openings are reported, memory as
-// the first opening has it. Any unexpected message box stops the bench with that message.
+// the first opening has it. A step that did not do its work (an unexpected message box among
+// others) stops the bench with a message.
 #include <malloc.h>
 #include <unistd.h>
 
-#include <algorithm>
 #include <exception>
 #include <fstream>
 #include <iostream>

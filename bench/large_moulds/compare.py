@@ -39,8 +39,8 @@ def say(text):
     print(text, file=sys.stderr, flush=True)
 
 
-def run(cmd, **kw):
-    done = subprocess.run(cmd, capture_output=True, text=True, **kw)
+def run(cmd):
+    done = subprocess.run(cmd, capture_output=True, text=True)
     if done.returncode != 0:
         sys.exit("%s failed (exit status %d):\n%s%s" % (" ".join(cmd), done.returncode, done.stdout[-3000:],
                                                         done.stderr[-3000:]))
@@ -52,7 +52,7 @@ def git(*args):
 
 
 def worktree(ref, folder):
-    """A detached worktree of ref in folder/src with the current bench sources; its path."""
+    """A detached worktree of ref in folder/src with the current bench sources: its path and ref's commit."""
     commit = git("rev-parse", "--verify", ref + "^{commit}")
     src = os.path.join(folder, "src")
     if os.path.isdir(src):
