@@ -272,6 +272,11 @@ public:
 // see the order in which a plug-in registers its tree handlers.
 std::vector<std::string> TreeHandlerRegistrations(NXOpen::BlockStyler::Tree* tree);
 
+// How many deleted nodes of a tree are still kept readable (docs/host.md: the nodes the plug-in's
+// handlers were handed, and what the current designer's action deleted). NX keeps no such count;
+// it lets tests see that rebuilds keep no memory.
+size_t KeptDeletedNodes(NXOpen::BlockStyler::Tree* tree);
+
 // The dialog currently shown (inside Show), or NULL.
 LiveDialog* CurrentDialog();
 

@@ -335,6 +335,30 @@ TEST_F(Dispatch, ARememberedNodeThatARebuildDeletedStillNamesTheGroup)
     EXPECT_TRUE(host::HighlightedBodies().empty());
 }
 
+// A rebuild releases the nodes it deleted once the press is over, except the node the menu was
+// opened on, which the plug-in may remember: with its body rows, as they were.
+TEST_F(Dispatch, RebuildsKeepOnlyTheDeletedNodesTheMenuWasOpenedOn)
+{
+    LoadMould();
+    host::QueueSelectionAnswer(NXOpen::Selection::ResponseOk, {1003, 1004});
+    host::QueueSelectionAnswer(NXOpen::Selection::ResponseOk, {1004, 1005});
+    host::QueueSelectionAnswer(NXOpen::Selection::ResponseOk, {1003, 1005});
+    WithDialog([&](Vornadel& dialog, host::LiveDialog& live) {
+        live.Press("button04");
+        EXPECT_EQ(0u, host::KeptDeletedNodes(dialog.tree_control0)) << "the first tree is released with the press";
+        NXOpen::BlockStyler::Node* group = GroupOf(dialog, 1001);
+        size_t rows = 1;
+        for (NXOpen::BlockStyler::Node* c = group->FirstChildNode(); c != NULL; c = c->NextSiblingNode()) ++rows;
+        ASSERT_LT(1u, rows) << "a group with body rows";
+        live.RightClick(group, 0);
+        live.Press("button04");
+        EXPECT_EQ(rows, host::KeptDeletedNodes(dialog.tree_control0)) << "the node the menu was opened on, with its body rows";
+        live.Press("button04");
+        EXPECT_EQ(rows, host::KeptDeletedNodes(dialog.tree_control0)) << "and no more after another rebuild";
+        EXPECT_EQ(1001u, DataObject(group)->Tag()) << "still readable";
+    });
+}
+
 TEST_F(Dispatch, BodySelectionSelectsBodyRowsAndOpensTheirGroupsOnly)
 {
     LoadMould();

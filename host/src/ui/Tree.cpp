@@ -601,3 +601,8 @@ void DataContainer::AddInteger(const char* propertyName, int value) {
 std::vector<std::string> host::TreeHandlerRegistrations(NXOpen::BlockStyler::Tree* tree) {
     return host::ui::TreeOf(tree).registrations;
 }
+
+size_t host::KeptDeletedNodes(NXOpen::BlockStyler::Tree* tree) {
+    const auto& nodes = host::ui::TreeOf(tree).nodes;
+    return static_cast<size_t>(std::count_if(nodes.begin(), nodes.end(), [](const auto& n) { return n->deleted; }));
+}
