@@ -43,13 +43,21 @@ public:
         return *table;
     }
 
-    // The number of a title, false when no attribute ever had it.
+    // The number of a title, false when no attribute ever had it. The title found last is tried
+    // first: a read asks HasUserAttribute, then UF_ATTR_read_value, for the same title.
     bool Find(const char* title, std::uint32_t* number) const {
+        if (last_ != nullptr && std::strcmp(title, last_->c_str()) == 0) {
+            *number = lastNumber_;
+            return true;
+        }
         std::uint64_t hash = kFnvOffset;
         size_t length = 0;
         for (const unsigned char* c = reinterpret_cast<const unsigned char*>(title); *c != 0; ++c, ++length)
             hash = (hash ^ *c) * kFnvPrime;
-        return Lookup(std::string_view(title, length), hash, number);
+        if (!Lookup(std::string_view(title, length), hash, number)) return false;
+        last_ = &texts_[*number];  // a C string's title holds no NUL, so strcmp compares it whole
+        lastNumber_ = *number;
+        return true;
     }
 
     std::uint32_t Add(const std::string& title) {
@@ -59,6 +67,7 @@ public:
         if (Lookup(title, hash, &number)) return number;
         number = static_cast<std::uint32_t>(texts_.size());
         texts_.push_back(title);
+        last_ = nullptr;  // the texts may have moved
         if (2 * texts_.size() > slots_.size()) {
             std::vector<Slot> old(slots_.size() * 2);
             old.swap(slots_);
@@ -99,6 +108,8 @@ private:
 
     std::vector<std::string> texts_;  // by number
     std::vector<Slot> slots_ = std::vector<Slot>(64);  // a power of two, at most half full
+    mutable const std::string* last_ = nullptr;  // the title Find found last
+    mutable std::uint32_t lastNumber_ = 0;
 };
 
 }  // namespace
