@@ -103,11 +103,16 @@ const char* const kDescriptiveTitles[kDescriptiveCount] = {
 std::vector<BodyInfo*> Vornadel::GetSameBodies(BodyInfo* reference, std::vector<BodyInfo*>& candidates)
 {
     NXOpen::Body* referenceBody = reference->GetBody();
+    // The titles as strings once, not once per candidate read.
+    const std::string groupIdTitle = StdPartTitle::GroupId;
+    std::string titles[kDescriptiveCount];
     std::string described[kDescriptiveCount];
-    for (int i = 0; i < kDescriptiveCount; ++i)
-        ReadStringAttribute(referenceBody, kDescriptiveTitles[i], described[i]);
+    for (int i = 0; i < kDescriptiveCount; ++i) {
+        titles[i] = kDescriptiveTitles[i];
+        ReadStringAttribute(referenceBody, titles[i], described[i]);
+    }
     std::string groupId;
-    ReadStringAttribute(referenceBody, StdPartTitle::GroupId, groupId);
+    ReadStringAttribute(referenceBody, groupIdTitle, groupId);
 
     // Each candidate's attributes are read from NX afresh, one by one until the decision is
     // known: reads change nothing, so the result is that of reading all seven.
@@ -116,7 +121,7 @@ std::vector<BodyInfo*> Vornadel::GetSameBodies(BodyInfo* reference, std::vector<
         NXOpen::Body* body = candidates[c]->GetBody();
         if (!groupId.empty()) {
             std::string candidateGroupId;
-            ReadStringAttribute(body, StdPartTitle::GroupId, candidateGroupId);
+            ReadStringAttribute(body, groupIdTitle, candidateGroupId);
             if (!candidateGroupId.empty()) {
                 // Both grouped by hand: the group identifiers alone decide.
                 if (candidateGroupId == groupId)
@@ -129,7 +134,7 @@ std::vector<BodyInfo*> Vornadel::GetSameBodies(BodyInfo* reference, std::vector<
         bool equal = true;
         for (int i = 0; i < kDescriptiveCount && equal; ++i) {
             std::string value;
-            ReadStringAttribute(body, kDescriptiveTitles[i], value);
+            ReadStringAttribute(body, titles[i], value);
             equal = value == described[i];
         }
         if (equal)

@@ -1,7 +1,9 @@
-// The records' lookups: a string attribute of an NX object, and a name's place in the
-// configured name order.
+// The records' lookups (a string attribute of an NX object, a name's place in the configured name
+// order), and exchanging two records.
 
 #include "stdparts/StdPartRecords.h"
+
+#include <algorithm>
 
 #include <NXOpen/NXObject.hxx>
 #include <uf.h>
@@ -40,4 +42,23 @@ int Vornadel::GetStringValueIndex(std::vector<std::string>& list, const std::str
             return static_cast<int>(i);
     }
     return kNotListed;
+}
+
+void StandardPartParam::swap(StandardPartParam& other)
+{
+    std::swap(bodyInfo, other.bodyInfo);
+    name.swap(other.name);
+    type.swap(other.type);
+    brand.swap(other.brand);
+    material.swap(other.material);
+    heatTreatment.swap(other.heatTreatment);
+    supplier.swap(other.supplier);
+    std::swap(quantity, other.quantity);
+    leadTime.swap(other.leadTime);
+    status.swap(other.status);
+    modifyDate.swap(other.modifyDate);
+    remark.swap(other.remark);
+    stdPartId.swap(other.stdPartId);
+    groupId.swap(other.groupId);
+    std::swap(nameOrderIndex, other.nameOrderIndex);
 }

@@ -61,6 +61,9 @@ struct StandardPartParam {
     int nameOrderIndex;         // place of name in the configured name order; 99999 when absent
 
     StandardPartParam() : bodyInfo(NULL), quantity(0), nameOrderIndex(kNotListed) {}
+
+    // Exchanges the contents with other without copying the texts.
+    void swap(StandardPartParam& other);
 };
 
 // One tree node read back: its body (NULL when its data holds none), the texts of the 13

@@ -60,6 +60,26 @@ bool HasNonEmptyAttribute(NXOpen::Body* body, const char* title)
     return ReadStringAttribute(body, title, value) && !value.empty();
 }
 
+bool CompareRecordsByNameOrder(const StandardPartParam* a, const StandardPartParam* b)
+{
+    return CompareByNameOrder(*a, *b);
+}
+
+// std::stable_sort of the records with CompareByNameOrder. A record holds a dozen strings, which
+// C++98 copies wherever a sort moves one: the sort orders pointers to the records, which are then
+// swapped into their places.
+void StableSortByNameOrder(std::vector<StandardPartParam>& records)
+{
+    std::vector<StandardPartParam*> order(records.size());
+    for (std::vector<StandardPartParam>::size_type i = 0; i < records.size(); ++i)
+        order[i] = &records[i];
+    std::stable_sort(order.begin(), order.end(), CompareRecordsByNameOrder);
+    std::vector<StandardPartParam> sorted(records.size());
+    for (std::vector<StandardPartParam>::size_type i = 0; i < order.size(); ++i)
+        sorted[i].swap(*order[i]);
+    records.swap(sorted);
+}
+
 }  // namespace
 
 void ClearTree(NXOpen::BlockStyler::Tree* tree)
@@ -92,7 +112,7 @@ void Vornadel::CreatStdPartNodes(bool flag, bool takeSnapshot)
     std::vector<NXOpen::Body*> bodies = KeepStdPartBodies(CollectWorkPartBodies(*this));
     std::vector<StandardPartParam> records = GetStdPartParams(bodies, stdPartConfig.nameOrder);
     if (!records.empty())
-        std::stable_sort(records.begin(), records.end(), CompareByNameOrder);
+        StableSortByNameOrder(records);
 
     // The bodies not placed in a group yet, in the order of the records: a record whose body is
     // not placed yet finds it first in the list, as every record before it is placed.

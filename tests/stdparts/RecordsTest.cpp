@@ -1,5 +1,9 @@
-// The records' lookups: a name's place in the configured name order and the reading of string
-// attributes, where a value of another type counts as missing.
+// The records: a name's place in the configured name order, the reading of string
+// attributes (a value of another type counts as missing), and swapping two records.
+
+#include <cstdint>
+#include <sstream>
+#include <string>
 
 #include "StdPartsFixture.hpp"
 
@@ -95,3 +99,48 @@ TEST_F(StdPartRecords, ReadStringAttributeReadsThePartToo)
 }
 
 }  // namespace
+
+namespace {
+
+// Every field of a record, as text, in declaration order.
+std::string Fields(const StandardPartParam& r)
+{
+    std::ostringstream out;
+    out << r.bodyInfo << '|' << r.name << '|' << r.type << '|' << r.brand << '|' << r.material << '|'
+        << r.heatTreatment << '|' << r.supplier << '|' << r.quantity << '|' << r.leadTime << '|' << r.status << '|'
+        << r.modifyDate << '|' << r.remark << '|' << r.stdPartId << '|' << r.groupId << '|' << r.nameOrderIndex;
+    return out.str();
+}
+
+StandardPartParam Filled(const std::string& tag, int number)
+{
+    StandardPartParam r;
+    r.bodyInfo = reinterpret_cast<BodyInfo*>(static_cast<std::uintptr_t>(number * 16));
+    r.name = tag + "name";
+    r.type = tag + "type";
+    r.brand = tag + "brand";
+    r.material = tag + "material";
+    r.heatTreatment = tag + "heat";
+    r.supplier = tag + "supplier";
+    r.quantity = number + 1;
+    r.leadTime = tag + "lead";
+    r.status = tag + "status";
+    r.modifyDate = tag + "date";
+    r.remark = tag + "a remark longer than a short string's room";
+    r.stdPartId = tag + "id";
+    r.groupId = tag + "group";
+    r.nameOrderIndex = number + 2;
+    return r;
+}
+
+}  // namespace
+
+// The tree builder sorts records by swapping them into place: a swap exchanges every field.
+TEST_F(StdPartRecords, SwapExchangesEveryField)
+{
+    StandardPartParam a = Filled("a", 1), b = Filled("b", 2);
+    const std::string fieldsOfA = Fields(a), fieldsOfB = Fields(b);
+    a.swap(b);
+    EXPECT_EQ(fieldsOfB, Fields(a));
+    EXPECT_EQ(fieldsOfA, Fields(b));
+}
