@@ -32,6 +32,11 @@ private:
     StdPartStore(const StdPartStore&);
     StdPartStore& operator=(const StdPartStore&);
 
+    // BodyInfo objects are made one after the other in blocks, in the order of collection: the
+    // matching visits every body not placed yet for every purchase line, and reads them from
+    // compact memory however often the tree was rebuilt before.
+    enum { kBodyInfosPerBlock = 1024 };
+    std::vector<char*> blocks_;
     std::vector<BodyInfo*> bodyInfos_;
     std::vector<NodeParam*> snapshotRecords_;
 };
