@@ -33,8 +33,7 @@ std::string ShortestReal(double value) {
 namespace {
 
 // The session's attribute titles, each with its number; never shrinks (a mould has a few dozen).
-// Every attribute call looks its title up here: the C string is hashed while its length is
-// counted, and the table is open-addressed, so a look-up is one pass over the title and mostly
+// Every attribute call looks its title up here: the table is open-addressed, so a look-up is mostly
 // one probe.
 class Titles {
 public:
@@ -50,19 +49,15 @@ public:
             *number = lastNumber_;
             return true;
         }
-        std::uint64_t hash = kFnvOffset;
-        size_t length = 0;
-        for (const unsigned char* c = reinterpret_cast<const unsigned char*>(title); *c != 0; ++c, ++length)
-            hash = (hash ^ *c) * kFnvPrime;
-        if (!Lookup(std::string_view(title, length), hash, number)) return false;
+        const std::string_view text(title);
+        if (!Lookup(text, Hash(text), number)) return false;
         last_ = &texts_[*number];  // a C string's title holds no NUL, so strcmp compares it whole
         lastNumber_ = *number;
         return true;
     }
 
     std::uint32_t Add(const std::string& title) {
-        std::uint64_t hash = kFnvOffset;
-        for (unsigned char c : title) hash = (hash ^ c) * kFnvPrime;
+        const std::uint64_t hash = Hash(title);
         std::uint32_t number;
         if (Lookup(title, hash, &number)) return number;
         number = static_cast<std::uint32_t>(texts_.size());
@@ -81,8 +76,12 @@ public:
     const std::string& Text(std::uint32_t number) const { return texts_[number]; }
 
 private:
-    static constexpr std::uint64_t kFnvOffset = 14695981039346656037ull;  // FNV-1a
-    static constexpr std::uint64_t kFnvPrime = 1099511628211ull;
+    // FNV-1a: titles are a few bytes long.
+    static std::uint64_t Hash(std::string_view text) {
+        std::uint64_t hash = 14695981039346656037ull;
+        for (unsigned char c : text) hash = (hash ^ c) * 1099511628211ull;
+        return hash;
+    }
 
     struct Slot {
         std::uint64_t hash = 0;
